@@ -1,0 +1,22 @@
+#include "NumberParsing.hpp"
+
+#include <cerrno>
+#include <cstdlib>
+#include <limits>
+#include <stdexcept>
+
+namespace storage::s3provider {
+
+int parseInt(const std::string& text) {
+    char* end = nullptr;
+    errno = 0;
+    const long long value = std::strtoll(text.c_str(), &end, 10);
+    if (end == text.c_str()) throw std::invalid_argument("invalid stoi argument");
+    if (errno == ERANGE || value < std::numeric_limits<int>::min() ||
+        value > std::numeric_limits<int>::max()) {
+        throw std::out_of_range("stoi argument out of range");
+    }
+    return static_cast<int>(value);
+}
+
+}  // namespace storage::s3provider

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <aws/core/client/AWSError.h>
+#include <aws/s3/S3Client.h>
+#include <aws/s3/S3Errors.h>
+
+#include <boost/optional.hpp>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <storage/cloudprovider/CloudClient.hpp>
+#include <string>
+#include <vector>
+
+#include "DiagnosticRecord.hpp"
+#include "S3ClientConfiguration.hpp"
+#include "S3ClientLogger.hpp"
+
+namespace storage::s3provider {
+
+/// One S3 bucket as the host's cloud client. Every operation is one S3 request on the calling thread (only
+/// `download` repeats it; an error that nothing explains costs one GetBucketLocation more), and every failed
+/// request ends in one exception of the storage::cloudprovider::CloudException family. Keys are full object
+/// keys in UTF-8, used as they are.
+///
+/// Immutable after construction: any thread may call any operation at any time. A stream belongs to the
+/// caller and must not serve two calls at once.
+class S3CloudClient : public cloudprovider::CloudClient {
+public:
+    /// `client` must be configured for `configuredRegion`, which may be empty when it isn't known. Nothing is
+    /// validated and nothing is sent.
+    S3CloudClient(std::string bucket, std::shared_ptr<Aws::S3::S3Client> client,
+                  S3ClientConfiguration configuration, std::string configuredRegion);
+
+    /// The object's name, size in bytes and modification time; nothing when there is no such object (or no
+    /// such bucket).
+    boost::optional<cloudprovider::EntryInfo> stat(const std::string& key) override;
+
+    /// Returns when the bucket is usable. InvalidLocationException "bad_region": it lives in another region
+    /// than the configured one; "invalid_bucket": its location can't be learnt. The path is not looked at.
+    void checkRootValidity(const std::string& path) override;
+
+    /// One page of the entries below `prefix`: objects, then common prefixes (size 0, the time of the
+    /// listing). `continuationToken` is empty for the first page and comes back empty after the last; it is
+    /// left alone when the request fails.
+    std::vector<cloudprovider::EntryInfo> list(const std::string& prefix, std::string& continuationToken,
+                                               const cloudprovider::ListOptions& options) override;
+
+    /// Deletes one object. What S3 answers for a key that doesn't exist (success) is what this reports.
+    void remove(const std::string& key) override;
+
+    /// Writes bytes `start` to `end`, both included, of the object into `out`; the whole object when
+    /// `start` >= `end`. Failed requests, whatever the failure, are repeated as the retry settings say, each
+    /// after its pause. The number of bytes and the state of `out` are left for the caller to check.
+    void download(const std::string& key, std::ostream& out, std::uint64_t start, std::uint64_t end) override;
+
+    /// Stores everything the buffer of `in` holds, from its beginning, as the object. `size` is not read.
+    void upload(const std::string& key, std::istream& in, std::uint64_t size) override;
+
+    /// The stored object cut into parts of 5 MiB, without tags: what `reusePart` can copy from.
+    /// ResourceNotFoundException without identifier when there is no such object.
+    std::vector<cloudprovider::PartInfo> listParts(const std::string& key) override;
+
+    /// Opens a multipart upload and returns its id. The second argument is not read.
+    std::string startMultipartUpload(const std::string& key, const std::string& ignored) override;
+
+    /// Sends everything the buffer of `in` holds as part `info.Index`; returns the part's ETag.
+    /// boost::numeric::positive_overflow, here and below, when `Index` + 1 does not fit a part number.
+    std::string uploadPart(const std::string& key, const std::string& uploadId,
+                           const cloudprovider::PartInfo& info, std::istream& in) override;
+
+    /// Copies `info.Size` bytes at `info.Offset` of the object now stored under the same key into part
+    /// `info.Index`; returns the part's ETag.
+    std::string reusePart(const std::string& key, const std::string& uploadId,
+                          const cloudprovider::PartInfo& info) override;
+
+    /// Throws the upload and its parts away.
+    void abortMultipartUpload(const std::string& key, const std::string& uploadId) override;
+
+    /// Makes the parts, by `Index` and `Tag` in the order given, the object.
+    void completeMultipartUpload(const std::string& key, const std::string& uploadId,
+                                 const std::vector<cloudprovider::PartInfo>& parts) override;
+
+    ~S3CloudClient() override;
+
+private:
+    // The end of every failed request: its record, then its exception.
+    template <class Outcome>
+    [[noreturn]] void raiseFailure(const Outcome& outcome) {
+        logRecord(s3ClientLogger(), LogFailedRequests, "Cloud operation failed: ", outcome.GetError());
+        throwCloudError(outcome.GetError());
+    }
+
+    [[noreturn]] void throwCloudError(const Aws::Client::AWSError<Aws::S3::S3Errors>& error);
+
+    // Throws "bad_region" when the bucket lives elsewhere; returns the error when S3 wouldn't say where.
+    std::optional<Aws::Client::AWSError<Aws::S3::S3Errors>> checkBucketRegion();
+
+    S3ClientConfiguration m_configuration;
+    std::string m_bucket;
+    std::shared_ptr<Aws::S3::S3Client> m_client;
+    std::string m_configuredRegion;
+};
+
+}  // namespace storage::s3provider

@@ -1,0 +1,138 @@
+#include <aws/s3/model/AbortMultipartUploadRequest.h>
+#include <aws/s3/model/CompleteMultipartUploadRequest.h>
+#include <aws/s3/model/CompletedMultipartUpload.h>
+#include <aws/s3/model/CompletedPart.h>
+#include <aws/s3/model/CreateMultipartUploadRequest.h>
+#include <aws/s3/model/UploadPartCopyRequest.h>
+#include <aws/s3/model/UploadPartRequest.h>
+
+#include <algorithm>
+#include <boost/current_function.hpp>
+#include <boost/numeric/conversion/cast.hpp>
+#include <storage/cloudprovider/CloudException.hpp>
+
+#include "ByteRange.hpp"
+#include "CallTrace.hpp"
+#include "S3CloudClient.hpp"
+#include "StreamBody.hpp"
+
+namespace storage::s3provider {
+
+using cloudprovider::PartInfo;
+
+namespace {
+
+// The smallest size S3 takes for every part but the last.
+constexpr std::uint64_t partSize = 5 * 1024 * 1024;
+
+int partNumber(const PartInfo& part) {
+    return boost::numeric_cast<int>(part.Index + 1);
+}
+
+Aws::S3::Model::CompletedMultipartUpload completedParts(const std::vector<PartInfo>& parts) {
+    Aws::S3::Model::CompletedMultipartUpload completed;
+    for (const auto& part : parts) {
+        Aws::S3::Model::CompletedPart completedPart;
+        completedPart.SetPartNumber(partNumber(part));
+        completedPart.SetETag(part.Tag);
+        completed.AddParts(std::move(completedPart));
+    }
+    return completed;
+}
+
+std::vector<PartInfo> partsOfSize(std::uint64_t size) {
+    std::vector<PartInfo> parts;
+    for (std::uint64_t offset = 0; offset != size; offset += parts.back().Size) {
+        parts.push_back({parts.size(), offset, std::min(size - offset, partSize), {}});
+    }
+    return parts;
+}
+
+}  // namespace
+
+std::vector<PartInfo> S3CloudClient::listParts(const std::string& key) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key);
+
+    const auto entry = stat(key);
+    if (!entry) throw cloudprovider::ResourceNotFoundException(std::nullopt);
+    return partsOfSize(static_cast<std::uint64_t>(entry->size));
+}
+
+std::string S3CloudClient::startMultipartUpload(const std::string& key, const std::string&) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key);
+
+    Aws::S3::Model::CreateMultipartUploadRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    const auto outcome = m_client->CreateMultipartUpload(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome);
+
+    const std::string& uploadId = outcome.GetResult().GetUploadId();
+    traceResult(s3ClientLogger(), S3PROVIDER_CALL_SITE, "out", uploadId);
+    return uploadId;
+}
+
+std::string S3CloudClient::uploadPart(const std::string& key, const std::string& uploadId,
+                                      const PartInfo& info, std::istream& in) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key, " uploadId=", uploadId,
+              " info=", info);
+
+    Aws::S3::Model::UploadPartRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    request.SetUploadId(uploadId);
+    request.SetPartNumber(partNumber(info));
+    request.SetBody(bodyOver(in));
+    const auto outcome = m_client->UploadPart(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    return outcome.GetResult().GetETag();
+}
+
+std::string S3CloudClient::reusePart(const std::string& key, const std::string& uploadId,
+                                     const PartInfo& info) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key, " uploadId=", uploadId,
+              " info=", info);
+
+    Aws::S3::Model::UploadPartCopyRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    request.SetUploadId(uploadId);
+    request.SetPartNumber(partNumber(info));
+    request.SetCopySource(m_bucket + "/" + key);
+    request.SetCopySourceRange(byteRange(info.Offset, info.Offset + info.Size - 1));
+    const auto outcome = m_client->UploadPartCopy(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    return outcome.GetResult().GetCopyPartResult().GetETag();
+}
+
+void S3CloudClient::abortMultipartUpload(const std::string& key, const std::string& uploadId) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key, " uploadId=", uploadId);
+
+    Aws::S3::Model::AbortMultipartUploadRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    request.SetUploadId(uploadId);
+    const auto outcome = m_client->AbortMultipartUpload(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome);
+}
+
+void S3CloudClient::completeMultipartUpload(const std::string& key, const std::string& uploadId,
+                                            const std::vector<PartInfo>& parts) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key, " uploadId=", uploadId);
+
+    Aws::S3::Model::CompleteMultipartUploadRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    request.SetUploadId(uploadId);
+    request.SetMultipartUpload(completedParts(parts));
+    const auto outcome = m_client->CompleteMultipartUpload(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome);
+}
+
+}  // namespace storage::s3provider
