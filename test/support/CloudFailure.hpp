@@ -12,7 +12,7 @@ namespace testsupport {
 inline const std::optional<std::u16string> noIdentifier;
 
 inline std::string inAscii(const std::optional<std::u16string>& identifier) {
-    return identifier ? std::string(identifier->begin(), identifier->end()) : "(none)";
+    return identifier ? std::string(identifier->begin(), identifier->end()) : "none";
 }
 
 inline std::optional<std::u16string> identifierOf(const storage::cloudprovider::CloudException& failure) {

@@ -12,30 +12,28 @@ using Aws::S3::Model::HeadObjectOutcome;
 using Aws::S3::Model::HeadObjectResult;
 using ::testing::_;
 using ::testing::ElementsAre;
-using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Pair;
-using ::testing::Return;
 
 class CallTrace : public CloudClientTest {};
 
 TEST_F(CallTrace, FramesTheRecordsOfASuccessfulStat) {
-    EXPECT_CALL(*s3, HeadObject(_)).WillOnce(Return(ByMove(HeadObjectOutcome(HeadObjectResult()))));
+    EXPECT_CALL(*s3, HeadObject(_)).WillOnce([](auto&) { return HeadObjectOutcome(HeadObjectResult()); });
     LogCapture log({clientChannel}, allLevels);
     client->stat("k");
     const auto records = log.records();
     ASSERT_EQ(records.size(), 3u);
-    EXPECT_EQ(records[0].level, 32u);
+    EXPECT_EQ(records[0].level, 32);
     EXPECT_THAT(records[0].text, HasSubstr("S3CloudClient::stat("));
-    EXPECT_EQ(records[1].level, 2u);
+    EXPECT_EQ(records[1].level, 2);
     EXPECT_EQ(records[1].text, " m_bucket=b key=k");
-    EXPECT_EQ(records[2].level, 64u);
+    EXPECT_EQ(records[2].level, 64);
     EXPECT_EQ(records[2].text, records[0].text);
 }
 
 TEST_F(CallTrace, IndentsWhatHappensInsideTheCall) {
-    EXPECT_CALL(*s3, HeadObject(_)).WillOnce(Return(ByMove(HeadObjectOutcome(HeadObjectResult()))));
+    EXPECT_CALL(*s3, HeadObject(_)).WillOnce([](auto&) { return HeadObjectOutcome(HeadObjectResult()); });
     LogCapture log({clientChannel}, allLevels);
     client->stat("k");
     const auto records = log.records();
@@ -50,12 +48,12 @@ TEST_F(CallTrace, MarksACallThatWasLeftByAnException) {
     EXPECT_ANY_THROW(client->remove("k"));
     const auto records = log.records();
     ASSERT_FALSE(records.empty());
-    EXPECT_EQ(records.back().level, 64u);
+    EXPECT_EQ(records.back().level, 64);
     EXPECT_EQ(records.back().text, records.front().text + " [throw]");
 }
 
 TEST_F(CallTrace, IsNotMarkedByAnExceptionThatWasAlreadyUnderWay) {
-    EXPECT_CALL(*s3, HeadObject(_)).WillOnce(Return(ByMove(HeadObjectOutcome(HeadObjectResult()))));
+    EXPECT_CALL(*s3, HeadObject(_)).WillOnce([](auto&) { return HeadObjectOutcome(HeadObjectResult()); });
     LogCapture log({clientChannel}, allLevels);
     struct StatsWhenDestroyed {
         storage::s3provider::S3CloudClient& client;
@@ -77,7 +75,7 @@ TEST_F(CallTrace, StaysSilentWhenItsLevelIsEnabledDuringTheCall) {
     });
     client->stat("k");
     logRecord(storage::s3provider::s3ClientLogger(), storage::s3provider::LogArguments, "afterwards");
-    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2u, " m_bucket=b key=k"), Pair(2u, "afterwards")));
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2, " m_bucket=b key=k"), Pair(2, "afterwards")));
     EXPECT_EQ(log.records()[0].indent, log.records()[1].indent);
 }
 
@@ -89,7 +87,7 @@ TEST_F(CallTrace, WritesItsExitRecordWhateverTheMaskSaysByThen) {
     });
     client->stat("k");
     ASSERT_EQ(log.records().size(), 3u);
-    EXPECT_EQ(log.records().back().level, 64u);
+    EXPECT_EQ(log.records().back().level, 64);
 }
 
 TEST_F(CallTrace, FramesTheConstructorWithItsMembers) {
@@ -98,7 +96,7 @@ TEST_F(CallTrace, FramesTheConstructorWithItsMembers) {
     const auto records = log.records();
     ASSERT_EQ(records.size(), 3u);
     EXPECT_THAT(records[0].text, HasSubstr("S3CloudClient::S3CloudClient("));
-    EXPECT_EQ(records[1].level, 2u);
+    EXPECT_EQ(records[1].level, 2);
     EXPECT_EQ(records[1].text, " m_bucket=b m_configuredRegion=");
     EXPECT_EQ(records[2].text, records[0].text);
 }

@@ -17,7 +17,7 @@
 namespace testsupport {
 
 constexpr const char* clientChannel = "storage::s3provider::S3Client";
-constexpr unsigned allLevels = 0x7FFF;
+constexpr unsigned allLevels = LogCapture::allLevels;
 
 inline Aws::S3::S3Error s3Error(Aws::S3::S3Errors type, const std::string& name = "",
                                 const std::string& message = "",
@@ -35,7 +35,7 @@ inline Aws::S3::Model::GetBucketLocationOutcome locatedIn(const std::string& reg
     return result;
 }
 
-using LevelAndText = std::pair<unsigned, std::string>;
+using LevelAndText = std::pair<int, std::string>;
 
 inline std::vector<LevelAndText> levelsAndTexts(const LogCapture& log) {
     std::vector<LevelAndText> all;

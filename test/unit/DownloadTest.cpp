@@ -45,9 +45,9 @@ protected:
             if (request.RangeHasBeenSet()) range = request.GetRange();
             return body("content");
         });
-        std::ostringstream out;
-        client->download("k", out, start, end);
-        EXPECT_EQ(out.str(), "content");
+        std::ostringstream received;
+        client->download("k", received, start, end);
+        EXPECT_EQ(received.str(), "content");
         return range;
     }
 
@@ -73,8 +73,8 @@ TEST_F(Download, LogsItsArgumentsAndItsOutcome) {
     EXPECT_CALL(*s3, GetObject(_)).WillOnce([](auto&) { return body("x"); });
     LogCapture log({clientChannel}, 2 | 4 | 512);
     client->download("k", out, 1234567, 7654321);
-    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2u, " m_bucket=b key=k start=1234567 end=7654321"),
-                                                 Pair(4u, "Successful operation")));
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2, " m_bucket=b key=k start=1234567 end=7654321"),
+                                                 Pair(4, "Successful operation")));
 }
 
 TEST_F(Download, LeavesTheFailureFlagOnTheStreamForAnEmptyBody) {
@@ -98,8 +98,8 @@ TEST_F(Download, FetchesAnEmptyObjectWholeAfterItRefusedTheRange) {
     client->download("k", out, 0, 99);
     EXPECT_THAT(ranges, ElementsAre("bytes=0-99", ""));
     EXPECT_THAT(levelsAndTexts(log),
-                ElementsAre(Pair(4u, "InvalidRange(UNKNOWN):The requested range is not satisfiable"),
-                            Pair(4u, "Internal error: retrying..."), Pair(4u, "Successful operation")));
+                ElementsAre(Pair(4, "InvalidRange(UNKNOWN):The requested range is not satisfiable"),
+                            Pair(4, "Internal error: retrying..."), Pair(4, "Successful operation")));
 }
 
 TEST_F(Download, RaisesTheRefusedRangeWhenThereIsNoSecondAttempt) {
@@ -125,7 +125,7 @@ TEST_F(Download, WithoutAttemptsSendsNoGetObjectAndStillChecksTheRegion) {
     LogCapture log({clientChannel}, 4 | 512);
     expectFailure<UnknownErrorException>(noIdentifier, [&] { client->download("k", out, 0, 0); });
     ASSERT_EQ(log.records().size(), 1u);
-    EXPECT_EQ(log.records()[0].level, 512u);
+    EXPECT_EQ(log.records()[0].level, 512);
 
     client = clientWith({0, 1000}, "us-west-2");
     EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return locatedIn("eu-west-3"); });

@@ -117,7 +117,7 @@ TEST_F(ErrorTranslation, LeavesTheErrorInTheLogBeforeItThrows) {
     expectRemoveToThrow<ResourceNotFoundException>(u"no_such_key");
     std::ostringstream text;
     text << "Cloud operation failed: " << static_cast<const Aws::Client::AWSError<S3Errors>&>(error);
-    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(512u, text.str())));
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(512, text.str())));
 }
 
 TEST_F(ErrorTranslation, DoesNotLogTheFailureOfTheRegionCheck) {

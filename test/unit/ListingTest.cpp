@@ -42,14 +42,14 @@ protected:
         EXPECT_CALL(*s3, ListObjectsV2(_)).WillOnce([page](auto&) { return ListObjectsV2Outcome(page); });
     }
 
-    ListObjectsV2Request requestSentFor(const std::string& prefix, std::string token,
+    ListObjectsV2Request requestSentFor(const std::string& prefix, std::string pageToken,
                                         const ListOptions& options) {
         ListObjectsV2Request sent;
         EXPECT_CALL(*s3, ListObjectsV2(_)).WillOnce([&](const auto& request) {
             sent = request;
             return ListObjectsV2Outcome(ListObjectsV2Result());
         });
-        client->list(prefix, token, options);
+        client->list(prefix, pageToken, options);
         return sent;
     }
 
@@ -91,9 +91,9 @@ TEST_F(Listing, LogsItsArgumentsAndTheNumberOfEntries) {
     token = "t";
     client->list("logs/", token, {"/", 0});
     EXPECT_THAT(levelsAndTexts(log),
-                ElementsAre(Pair(2u, R"( m_bucket=b prefix=logs/ continuationToken=t)"
-                                     R"( options=ListOptions{Delimiter="/",MaxNumEntries=0})"),
-                            Pair(4u, "Logging found 2 values")));
+                ElementsAre(Pair(2, R"( m_bucket=b prefix=logs/ continuationToken=t)"
+                                    R"( options=ListOptions{Delimiter="/",MaxNumEntries=0})"),
+                            Pair(4, "Logging found 2 values")));
 }
 
 TEST_F(Listing, PutsObjectsBeforePrefixesInTheirOrder) {
@@ -159,5 +159,5 @@ TEST_F(Listing, LeavesTheTokenAloneWhenItFails) {
     expectFailure<ResourceNotFoundException>(u"no_such_bucket", [&] { client->list("", token, {"", 0}); });
     EXPECT_EQ(token, "kept");
     ASSERT_EQ(log.records().size(), 1u);
-    EXPECT_EQ(log.records()[0].level, 512u);
+    EXPECT_EQ(log.records()[0].level, 512);
 }

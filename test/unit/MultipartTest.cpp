@@ -96,8 +96,7 @@ TEST_F(ListParts, AsksTheStatOfADerivedClient) {
 TEST_F(ListParts, LogsItsArgumentsBeforeThoseOfStat) {
     LogCapture log({clientChannel}, 2);
     partsOfObjectWithSize(0);
-    EXPECT_THAT(levelsAndTexts(log),
-                ElementsAre(Pair(2u, " m_bucket=b key=k"), Pair(2u, " m_bucket=b key=k")));
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2, " m_bucket=b key=k"), Pair(2, " m_bucket=b key=k")));
 }
 
 class StartMultipartUpload : public CloudClientTest {};
@@ -116,8 +115,8 @@ TEST_F(StartMultipartUpload, TracesTheUploadIdItReturns) {
     ASSERT_EQ(records.size(), 6u);
     const std::string signature = records[0].text;
     EXPECT_THAT(levelsAndTexts(log),
-                ElementsAre(Pair(32u, signature), Pair(2u, " m_bucket=b key=k"), Pair(32u, signature),
-                            Pair(128u, "out=id1"), Pair(64u, signature), Pair(64u, signature)));
+                ElementsAre(Pair(32, signature), Pair(2, " m_bucket=b key=k"), Pair(32, signature),
+                            Pair(128, "out=id1"), Pair(64, signature), Pair(64, signature)));
     const auto indent = records[0].indent;
     EXPECT_EQ(records[2].indent, indent + 1);
     EXPECT_EQ(records[3].indent, indent + 2);
@@ -133,7 +132,7 @@ TEST_F(StartMultipartUpload, WritesTheIdWhateverTheMaskSaysOfItsLevel) {
         LogCapture log({clientChannel}, 32);
         client->startMultipartUpload("k", "");
         ASSERT_EQ(log.records().size(), 5u);
-        EXPECT_EQ(log.records()[2].level, 128u);
+        EXPECT_EQ(log.records()[2].level, 128);
     }
     LogCapture log({clientChannel}, 128);
     client->startMultipartUpload("k", "");
@@ -162,7 +161,7 @@ TEST_F(StartMultipartUpload, RaisesAFailure) {
     expectFailure<PermissionDeniedException>(u"access_denied",
                                              [&] { client->startMultipartUpload("k", ""); });
     ASSERT_EQ(log.records().size(), 1u);
-    EXPECT_EQ(log.records()[0].level, 512u);
+    EXPECT_EQ(log.records()[0].level, 512);
 }
 
 class UploadPart : public CloudClientTest {
@@ -183,7 +182,7 @@ TEST_F(UploadPart, SendsTheWholeStreamWhateverTheSizeSays) {
     });
     LogCapture log({clientChannel}, 2);
     EXPECT_EQ(client->uploadPart("k", "id", {2, 5, 2, "old"}, in), "\"tag\"");
-    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2u,
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2,
                                                       " m_bucket=b key=k uploadId=id info="
                                                       R"(PartInfo{Index=2,Offset=5,Size=2,Tag="old"})")));
 }
@@ -245,7 +244,7 @@ TEST_F(ReusePart, CopiesARangeOfTheObjectUnderTheSameKey) {
     LogCapture log({clientChannel}, 2);
     EXPECT_EQ(client->reusePart("dir/a b+c%", "id", {2, 10485760, 2097152, "old"}), "\"copied\"");
     EXPECT_THAT(levelsAndTexts(log),
-                ElementsAre(Pair(2u,
+                ElementsAre(Pair(2,
                                  " m_bucket=b key=dir/a b+c% uploadId=id info="
                                  R"(PartInfo{Index=2,Offset=10485760,Size=2097152,Tag="old"})")));
 }
@@ -277,7 +276,7 @@ TEST_F(AbortMultipartUpload, ThrowsTheUploadAway) {
     });
     LogCapture log({clientChannel}, 2);
     client->abortMultipartUpload("k", "id");
-    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2u, " m_bucket=b key=k uploadId=id")));
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2, " m_bucket=b key=k uploadId=id")));
 }
 
 TEST_F(AbortMultipartUpload, RaisesAFailure) {
@@ -304,7 +303,7 @@ TEST_F(CompleteMultipartUpload, SendsThePartsInTheOrderGiven) {
     LogCapture log({clientChannel}, 2);
     client->completeMultipartUpload("k", "id", {{2, 0, 0, "c"}, {0, 0, 0, "a"}, {1, 0, 0, "b"}});
     EXPECT_THAT(sent, ElementsAre(Pair(3, "c"), Pair(1, "a"), Pair(2, "b")));
-    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2u, " m_bucket=b key=k uploadId=id")));
+    EXPECT_THAT(levelsAndTexts(log), ElementsAre(Pair(2, " m_bucket=b key=k uploadId=id")));
 }
 
 TEST_F(CompleteMultipartUpload, SendsAnEmptyListAndRaisesTheAnswer) {

@@ -37,7 +37,7 @@ TEST_F(Stat, AnswersNothingForEveryKindOfNotFound) {
         LogCapture log({clientChannel}, allLevels);
         EXPECT_FALSE(client->stat("folder/"));
         ASSERT_EQ(log.records().size(), 4u);
-        EXPECT_EQ(log.records()[2].level, 512u);
+        EXPECT_EQ(log.records()[2].level, 512);
         EXPECT_THAT(log.records()[3].text, Not(EndsWith(" [throw]")));
     }
 }

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace foundation::storage::provider {
+
+/// The identifier of an error, such as u"no_such_key": the stable part of an error, on which callers may
+/// decide.
+class ExceptionContext {
+public:
+    explicit ExceptionContext(std::u16string text) : text_(std::move(text)) {}
+
+    const std::u16string& text() const { return text_; }
+
+    friend bool operator==(const ExceptionContext& a, const ExceptionContext& b) {
+        return a.text_ == b.text_;
+    }
+    friend bool operator!=(const ExceptionContext& a, const ExceptionContext& b) { return !(a == b); }
+
+private:
+    std::u16string text_;
+};
+
+}  // namespace foundation::storage::provider

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <openssl/ssl.h>
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace testsupport {
+
+/// One accepted connection, plain or TLS. Every wait ends at once when the event descriptor `stop` becomes
+/// readable; the operation then reports the end of the connection. For one thread.
+class Channel {
+public:
+    /// Owns `socket`, borrows `stop`.
+    Channel(int socket, int stop);
+    ~Channel();
+    Channel(const Channel&) = delete;
+    Channel& operator=(const Channel&) = delete;
+
+    /// Server-side handshake; false if the client fails it.
+    bool startTls(SSL_CTX& context);
+
+    bool isTls() const { return tls_ != nullptr; }
+
+    /// The next byte without taking it, not for TLS; nothing at the end of the connection.
+    std::optional<unsigned char> peek();
+
+    /// At least one byte, or 0 at the end of the connection.
+    std::size_t readSome(char* buffer, std::size_t size);
+
+    /// False if the client is gone.
+    bool write(std::string_view bytes);
+
+    /// False if the client hung up meanwhile.
+    bool pause(std::chrono::milliseconds duration);
+
+    /// Ends the connection with a TCP reset.
+    void reset();
+
+    void close();
+
+private:
+    bool waitFor(short events);
+    bool waitAsTlsWants(int result);
+
+    struct FreeTls {
+        void operator()(SSL* tls) const { SSL_free(tls); }
+    };
+
+    int socket_;
+    int stop_;
+    std::unique_ptr<SSL, FreeTls> tls_;
+};
+
+}  // namespace testsupport

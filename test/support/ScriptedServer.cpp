@@ -1,0 +1,183 @@
+#include "support/ScriptedServer.hpp"
+
+#include "support/Channel.hpp"
+#include "support/Conversation.hpp"
+#include "support/ScriptedConnection.hpp"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <condition_variable>
+#include <csignal>
+#include <stdexcept>
+#include <system_error>
+#include <thread>
+
+namespace testsupport {
+namespace {
+
+struct FreeContext {
+    void operator()(SSL_CTX* context) const { SSL_CTX_free(context); }
+};
+
+using ContextPtr = std::unique_ptr<SSL_CTX, FreeContext>;
+
+ContextPtr tlsContext(const CertificateFiles& files) {
+    ContextPtr context{SSL_CTX_new(TLS_server_method())};
+    if (!context || SSL_CTX_use_certificate_chain_file(context.get(), files.certificate.c_str()) != 1 ||
+        SSL_CTX_use_PrivateKey_file(context.get(), files.key.c_str(), SSL_FILETYPE_PEM) != 1)
+        throw std::runtime_error("scripted server: can't use the certificate " + files.certificate.string());
+    SSL_CTX_set_mode(context.get(), SSL_MODE_ENABLE_PARTIAL_WRITE | SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER);
+    return context;
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int value) : value_(value) {
+        if (value_ < 0) throw std::system_error(errno, std::generic_category(), "scripted server");
+    }
+    ~Descriptor() { ::close(value_); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int get() const { return value_; }
+
+private:
+    int value_;
+};
+
+sockaddr_in loopback() {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+std::uint16_t listenOn(int socket) {
+    sockaddr_in address = loopback();
+    socklen_t size = sizeof address;
+    auto* const generic = reinterpret_cast<sockaddr*>(&address);
+    if (bind(socket, generic, size) != 0 || listen(socket, SOMAXCONN) != 0 ||
+        getsockname(socket, generic, &size) != 0)
+        throw std::system_error(errno, std::generic_category(), "scripted server: can't listen");
+    return ntohs(address.sin_port);
+}
+
+// OpenSSL writes with write(2), which signals a client that is gone.
+void blockBrokenPipeSignal() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+}  // namespace
+
+/// Accepts connections and owns their threads.
+class ScriptedServer::Listener {
+public:
+    Listener(std::vector<Script> scripts, const Options& options)
+        : conversation_(std::move(scripts), options.repeatLast), tlsFromStart_(options.tls) {
+        if (options.tls && !options.certificate)
+            throw std::runtime_error("scripted server: TLS needs a certificate");
+        if (options.certificate) tls_ = tlsContext(*options.certificate);
+        port_ = listenOn(socket_.get());
+        acceptor_ = std::thread([this] { acceptConnections(); });
+    }
+
+    ~Listener() {
+        eventfd_write(stop_.get(), 1);
+        acceptor_.join();
+        for (std::thread& thread : connections_)
+            thread.join();
+    }
+
+    Conversation& conversation() { return conversation_; }
+
+    std::uint16_t port() const { return port_; }
+
+    bool waitForConnectionsToEnd(std::chrono::milliseconds limit) {
+        std::unique_lock lock(mutex_);
+        return ended_.wait_for(lock, limit, [this] { return open_ == 0; });
+    }
+
+private:
+    void acceptConnections() {
+        blockBrokenPipeSignal();
+        std::array<pollfd, 2> waiting{{{socket_.get(), POLLIN, 0}, {stop_.get(), POLLIN, 0}}};
+        while (poll(waiting.data(), waiting.size(), -1) > 0 && waiting[1].revents == 0) {
+            const int accepted = accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC);
+            if (accepted < 0) continue;
+            {
+                const std::lock_guard lock(mutex_);
+                ++open_;
+            }
+            const int number = static_cast<int>(connections_.size()) + 1;
+            connections_.emplace_back([this, accepted, number] { serve(accepted, number); });
+        }
+    }
+
+    void serve(int socket, int number) {
+        Channel channel(socket, stop_.get());
+        ScriptedConnection(channel, conversation_, tls_.get(), number).serve(tlsFromStart_);
+        channel.close();
+        const std::lock_guard lock(mutex_);
+        --open_;
+        ended_.notify_all();
+    }
+
+    Conversation conversation_;
+    ContextPtr tls_;
+    bool tlsFromStart_;
+    Descriptor socket_{socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    Descriptor stop_{eventfd(0, EFD_CLOEXEC)};
+    std::uint16_t port_ = 0;
+    std::mutex mutex_;
+    std::condition_variable ended_;
+    int open_ = 0;
+    std::vector<std::thread> connections_;  // touched by the acceptor only, until it has ended
+    std::thread acceptor_;
+};
+
+ScriptedServer::ScriptedServer(std::vector<Script> scripts) : ScriptedServer(std::move(scripts), Options{}) {}
+
+ScriptedServer::ScriptedServer(std::vector<Script> scripts, Options options)
+    : listener_(std::make_unique<Listener>(std::move(scripts), options)) {}
+
+ScriptedServer::~ScriptedServer() = default;
+
+std::string ScriptedServer::endpoint() const {
+    return "127.0.0.1:" + std::to_string(port());
+}
+
+std::uint16_t ScriptedServer::port() const {
+    return listener_->port();
+}
+
+void ScriptedServer::expect(Script script) {
+    listener_->conversation().expect(std::move(script));
+}
+
+std::vector<SeenRequest> ScriptedServer::requests() const {
+    return listener_->conversation().requests();
+}
+
+std::size_t ScriptedServer::unusedScripts() const {
+    return listener_->conversation().unusedScripts();
+}
+
+std::size_t ScriptedServer::unexpectedRequests() const {
+    return listener_->conversation().unexpectedRequests();
+}
+
+bool ScriptedServer::waitForConnectionsToEnd(std::chrono::milliseconds limit) const {
+    return listener_->waitForConnectionsToEnd(limit);
+}
+
+}  // namespace testsupport

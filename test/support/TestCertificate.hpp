@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace testsupport {
+
+/// PEM files of a server's certificate and its private key.
+struct CertificateFiles {
+    std::filesystem::path certificate;
+    std::filesystem::path key;
+};
+
+enum class Validity { Current, Expired };
+
+/// A certificate authority made afresh, with its files in a temporary folder that goes with it. Throws
+/// std::runtime_error when OpenSSL or the file system fails. Not thread-safe.
+class TestAuthority {
+public:
+    TestAuthority();
+    ~TestAuthority();
+    TestAuthority(const TestAuthority&) = delete;
+    TestAuthority& operator=(const TestAuthority&) = delete;
+
+    /// The authority's own certificate: what a client has to trust.
+    std::filesystem::path caFile() const;
+
+    /// A server certificate for these names; a name that reads as an IP address becomes an address entry. An
+    /// expired one was valid until yesterday.
+    CertificateFiles issue(const std::vector<std::string>& names, Validity validity = Validity::Current);
+
+private:
+    struct Keys;
+
+    std::filesystem::path folder_;
+    std::unique_ptr<Keys> keys_;
+    long issued_ = 0;
+};
+
+}  // namespace testsupport
