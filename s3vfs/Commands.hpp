@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <storage/cloudprovider/CloudClient.hpp>
+#include <string>
+
+#include "S3Address.hpp"
+
+namespace CLI {
+class App;
+}
+
+namespace s3vfs {
+
+/// What the command line asks for: an action on one bucket. Throws std::exception when it fails.
+struct Command {
+    std::string name;   ///< as typed, for messages
+    S3Address address;  ///< its bucket is what the action is given
+    std::function<void(storage::cloudprovider::CloudClient&)> action;
+};
+
+/// Each declares one subcommand, which fills in `chosen` when it is the one on the command line. `chosen`
+/// must outlive the parsing.
+void addStatCommand(CLI::App& app, Command& chosen);
+void addListCommand(CLI::App& app, Command& chosen);
+void addCatCommand(CLI::App& app, Command& chosen);
+void addPutCommand(CLI::App& app, Command& chosen);
+void addRemoveCommand(CLI::App& app, Command& chosen);
+
+}  // namespace s3vfs

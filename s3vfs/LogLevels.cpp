@@ -1,0 +1,34 @@
+#include "LogLevels.hpp"
+
+#include <charconv>
+
+#include "Text.hpp"
+#include "UsageError.hpp"
+
+namespace s3vfs {
+
+namespace {
+
+constexpr unsigned allLevels = 0x7FFF;
+
+}  // namespace
+
+unsigned parseLogLevels(const std::string& text) {
+    if (text == "all") return allLevels;
+    unsigned mask = 0;
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    while (true) {
+        unsigned level = 0;
+        const auto [next, error] = std::from_chars(position, end, level);
+        if (error != std::errc() || level > allLevels || (next != end && *next != ',')) {
+            throw UsageError("'" + printable(text) +
+                             "' are no log levels: write --log-levels all, or numbers like 2,32,64,512");
+        }
+        mask |= level;
+        if (next == end) return mask;
+        position = next + 1;
+    }
+}
+
+}  // namespace s3vfs
