@@ -7,6 +7,7 @@
 #include <aws/s3/S3ClientConfiguration.h>
 #include <aws/s3/S3EndpointProvider.h>
 
+#include <algorithm>
 #include <iostream>
 #include <s3server/Server.hpp>
 #include <sstream>
@@ -90,11 +91,12 @@ void lookAround(CloudClient& bucket, demo::Report& report, const std::vector<fs:
 
 void readBack(CloudClient& bucket, demo::Report& report, const std::vector<fs::path>& files) {
     report.step("download every file whole");
-    std::size_t equal = 0;
-    for (const auto& file : files)
-        equal += download(bucket, keyOf(file)) == demo::readFile(file) ? 1 : 0;
-    report.check(equal == files.size(), std::to_string(equal) + " of " + std::to_string(files.size()) +
-                                            " files came back byte for byte");
+    const auto equal = std::count_if(files.begin(), files.end(), [&](const auto& file) {
+        return download(bucket, keyOf(file)) == demo::readFile(file);
+    });
+    report.check(
+        static_cast<std::size_t>(equal) == files.size(),
+        std::to_string(equal) + " of " + std::to_string(files.size()) + " files came back byte for byte");
     report.wire();
 }
 

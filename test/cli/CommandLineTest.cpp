@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <regex>
+#include <s3server/Server.hpp>
+#include <sstream>
+
+#include "cli/Process.hpp"
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+/// A case is a folder that holds case.json:
+///   arguments    what stands behind "s3vfs"; {server} is the server's host and port
+///   environment  variables beside the keys and the endpoint, which are always set; null takes one away
+///   status, out, err   what must come of it; err and out are compared whole after times are replaced by
+///   {time},
+///                or, with a leading "~", must contain what follows
+///   requests     what the server must have been asked, in order: "GetObject key, N bytes down, M bytes up"
+///   objects      what bucket demo holds at first, beside the usual; {"key": "content"}
+///   faults       failures planned on the server, in the words of its --fault option
+///   left         what bucket demo must hold afterwards, where it matters
+struct Case {
+    std::string name;
+    json content;
+};
+
+void PrintTo(const Case& tested, std::ostream* out) {
+    *out << tested.name;
+}
+
+std::vector<Case> allCases() {
+    std::vector<Case> cases;
+    for (const auto& entry : fs::directory_iterator(CASES_FOLDER)) {
+        std::ifstream in(entry.path() / "case.json");
+        cases.push_back({entry.path().filename().string(), json::parse(in)});
+    }
+    std::sort(cases.begin(), cases.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+    return cases;
+}
+
+void replaceAll(std::string& text, const std::string& what, const std::string& by) {
+    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+        text.replace(at, what.size(), by);
+}
+
+std::string withoutVolatileText(std::string text, const s3server::Server& server) {
+    replaceAll(text, server.endpoint(), "{server}");
+    return std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d(\.\d+)?Z)"), "{time}");
+}
+
+void expectText(const std::string& actual, const json& expected) {
+    const auto text = expected.get<std::string>();
+    if (text.rfind('~', 0) == 0) {
+        EXPECT_NE(actual.find(text.substr(1)), std::string::npos) << actual;
+    } else {
+        EXPECT_EQ(actual, text);
+    }
+}
+
+class CommandLine : public ::testing::TestWithParam<Case> {
+protected:
+    CommandLine() {
+        server.createBucket("demo", "eu-west-3");
+        server.putObject("demo", "hello.txt", "hello world");
+        const json objects = content().value("objects", json::object());
+        for (const auto& [key, value] : objects.items())
+            server.putObject("demo", key, value);
+        const json faults = content().value("faults", json::array());
+        for (const auto& fault : faults)
+            server.plan(s3server::Fault::parse(fault.get<std::string>()));
+    }
+
+    const json& content() const { return GetParam().content; }
+
+    std::vector<std::string> command() const {
+        std::vector<std::string> words{S3VFS_PROGRAM};
+        for (auto word : content().at("arguments").get<std::vector<std::string>>()) {
+            replaceAll(word, "{server}", server.endpoint());
+            words.push_back(word);
+        }
+        return words;
+    }
+
+    std::map<std::string, std::string> environment() const {
+        std::map<std::string, std::string> variables = {
+            {"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
+            {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey},
+            {"AWS_REGION", "eu-west-3"},
+            {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
+            {"AWS_EC2_METADATA_DISABLED", "true"},
+            {"ZR_AWS_PROXY", "OFF"},
+            {"HOME", "/nonexistent"}};
+        const json changes = content().value("environment", json::object());
+        for (const auto& [name, value] : changes.items()) {
+            variables.erase(name);
+            if (value.is_null()) continue;
+            variables[name] = value.get<std::string>();
+            replaceAll(variables[name], "{server}", server.endpoint());
+        }
+        return variables;
+    }
+
+    std::vector<std::string> requests() const {
+        std::vector<std::string> texts;
+        for (const auto& request : server.requests()) {
+            texts.push_back(request.operation + " " + request.key + ", " +
+                            std::to_string(request.responseBytes) + " bytes down, " +
+                            std::to_string(request.bodyBytes) + " bytes up");
+        }
+        return texts;
+    }
+
+    s3server::Server server;
+};
+
+}  // namespace
+
+TEST_P(CommandLine, DoesAndSaysWhatTheCaseTells) {
+    const auto finished =
+        testsupport::run(command(), environment(), (fs::path(CASES_FOLDER) / GetParam().name).string());
+    EXPECT_EQ(finished.status, content().value("status", 0));
+    expectText(withoutVolatileText(finished.out, server), content().value("out", ""));
+    expectText(withoutVolatileText(finished.err, server), content().value("err", ""));
+    if (content().contains("requests")) {
+        EXPECT_EQ(json(requests()), content().at("requests"));
+    }
+    if (content().contains("left")) {
+        EXPECT_EQ(json(server.keys("demo")), content().at("left"));
+    }
+    EXPECT_EQ(server.plannedFaultsLeft(), 0u);
+    for (const char* secret : {"s3server-secret-key", "Signature="}) {
+        EXPECT_EQ((finished.out + finished.err).find(secret), std::string::npos) << secret;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, CommandLine, ::testing::ValuesIn(allCases()), [](const auto& tested) {
+    auto name = tested.param.name;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+});

@@ -1,0 +1,348 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <boost/date_time/posix_time/posix_time.hpp>
+#include <sstream>
+#include <thread>
+
+#include "conformance/Target.hpp"
+#include "support/CloudFailure.hpp"
+
+using namespace testsupport;
+using namespace storage::cloudprovider;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+constexpr std::uint64_t partSize = 5 * 1024 * 1024;
+
+// Names that encodings trip over.
+const std::string awkwardKeys[] = {
+    "plain.txt",
+    "dir/sub/file",
+    "with blank",
+    "plus+plus",
+    "100%",
+    "a%2Bb",
+    "amp&and=eq?x#y",
+    "quote'\"<tag>",
+    "comma,;:@!$*()~_-.",
+    "trailing/",
+    "umlaut-\xC3\xA4",
+    "\xE2\x82\xAC/\xF0\x9F\x93\xA6",
+    "back\\slash|{}^[]`",
+    std::string(900, 'k'),
+};
+
+std::string contentOf(std::size_t size) {
+    std::string content(size, '\0');
+    for (std::size_t i = 0; i < size; ++i)
+        content[i] = static_cast<char>((i * 7 + i / 251) % 256);
+    return content;
+}
+
+}  // namespace
+
+class CloudClientConformance : public ::testing::TestWithParam<Way> {
+protected:
+    void put(const std::string& key, const std::string& content) {
+        std::istringstream in(content);
+        client->upload(key, in, content.size());
+    }
+
+    std::string get(const std::string& key, std::uint64_t start = 0, std::uint64_t end = 0) {
+        std::ostringstream out;
+        client->download(key, out, start, end);
+        return out.str();
+    }
+
+    std::vector<std::string> names(const std::string& prefix, const ListOptions& options) {
+        std::vector<std::string> all;
+        std::string token;
+        do {
+            for (const auto& entry : client->list(prefix, token, options))
+                all.push_back(entry.name);
+        } while (!token.empty());
+        return all;
+    }
+
+    PartInfo part(const std::string& key, const std::string& id, std::uint64_t index,
+                  const std::string& content) {
+        std::istringstream in(content);
+        PartInfo info{index, index * partSize, content.size(), ""};
+        info.Tag = client->uploadPart(key, id, info, in);
+        return info;
+    }
+
+    EmbeddedTarget target{GetParam()};
+    std::unique_ptr<CloudClient> client = target.client();
+};
+
+TEST_P(CloudClientConformance, GivesBackWhatWasStored) {
+    for (const std::size_t size :
+         {std::size_t{0}, std::size_t{1}, std::size_t{65536}, std::size_t{3000001}}) {
+        const auto content = contentOf(size);
+        put("object", content);
+        EXPECT_EQ(get("object"), content) << size;
+        EXPECT_EQ(client->stat("object")->size, static_cast<std::int64_t>(size));
+    }
+}
+
+TEST_P(CloudClientConformance, ReplacesAnObjectAsAWhole) {
+    put("object", "long content");
+    put("object", "short");
+    EXPECT_EQ(get("object"), "short");
+}
+
+TEST_P(CloudClientConformance, DatesAnObjectWithTheTimeItWasStored) {
+    const auto before = boost::posix_time::second_clock::universal_time() - boost::posix_time::minutes(1);
+    put("object", "x");
+    const auto entry = client->stat("object");
+    ASSERT_TRUE(entry);
+    EXPECT_GE(entry->lastModified, before);
+    EXPECT_LE(entry->lastModified, before + boost::posix_time::minutes(10));
+}
+
+TEST_P(CloudClientConformance, FindsNothingWhereNothingIs) {
+    put("folder/object", "x");
+    EXPECT_FALSE(client->stat("folder/"));
+    EXPECT_FALSE(client->stat("missing"));
+    expectFailure<ResourceNotFoundException>(u"no_such_key", [&] { get("missing"); });
+}
+
+TEST_P(CloudClientConformance, ReadsAnyRange) {
+    const auto content = contentOf(1000);
+    put("object", content);
+    EXPECT_EQ(get("object", 0, 1), content.substr(0, 2));
+    EXPECT_EQ(get("object", 100, 199), content.substr(100, 100));
+    EXPECT_EQ(get("object", 998, 999), content.substr(998));
+    EXPECT_EQ(get("object", 990, 5000), content.substr(990));
+    EXPECT_EQ(get("object", 500, 500), content);
+}
+
+TEST_P(CloudClientConformance, ReadsARangeOfAnEmptyObjectAsNothing) {
+    put("empty", "");
+    EXPECT_EQ(get("empty", 0, 99), "");
+}
+
+TEST_P(CloudClientConformance, RefusesARangeBehindTheEnd) {
+    put("object", "12345");
+    expectFailure<UnknownErrorException>(noIdentifier, [&] { get("object", 5, 9); });
+}
+
+TEST_P(CloudClientConformance, TakesEveryKeyAsItIs) {
+    std::vector<std::string> sorted(std::begin(awkwardKeys), std::end(awkwardKeys));
+    std::sort(sorted.begin(), sorted.end());
+    for (const auto& key : awkwardKeys)
+        put(key, "content of " + key);
+    EXPECT_EQ(names("", {"", 0}), sorted);
+    for (const auto& key : awkwardKeys) {
+        EXPECT_EQ(get(key), "content of " + key);
+        ASSERT_TRUE(client->stat(key)) << key;
+        EXPECT_EQ(client->stat(key)->name, key);
+        client->remove(key);
+        EXPECT_FALSE(client->stat(key)) << key;
+    }
+}
+
+TEST_P(CloudClientConformance, CopiesPartsOfEveryKey) {
+    for (const auto& key : awkwardKeys) {
+        put(key, "content of " + key);
+        const auto id = client->startMultipartUpload(key, "");
+        PartInfo copied{0, 0, 7, ""};
+        copied.Tag = client->reusePart(key, id, copied);
+        client->completeMultipartUpload(key, id, {copied});
+        EXPECT_EQ(get(key), "content") << key;
+    }
+}
+
+TEST_P(CloudClientConformance, ListsFoldersByTheDelimiter) {
+    for (const char* key : {"a/1", "a/2", "a/b/3", "top", "z/4"})
+        put(key, "x");
+    EXPECT_THAT(names("", {"/", 0}), ElementsAre("top", "a/", "z/"));
+    EXPECT_THAT(names("a/", {"/", 0}), ElementsAre("a/1", "a/2", "a/b/"));
+    EXPECT_THAT(names("a/", {"", 0}), ElementsAre("a/1", "a/2", "a/b/3"));
+    EXPECT_THAT(names("nothing/", {"/", 0}), IsEmpty());
+}
+
+TEST_P(CloudClientConformance, ListsPageByPage) {
+    std::vector<std::string> expected;
+    for (int i = 10; i < 35; ++i) {
+        expected.push_back("page/" + std::to_string(i) + " +%");
+        put(expected.back(), "x");
+    }
+    EXPECT_EQ(names("page/", {"", 10}), expected);
+    std::string token;
+    EXPECT_EQ(client->list("page/", token, {"", 10}).size(), 10u);
+    EXPECT_FALSE(token.empty());
+}
+
+TEST_P(CloudClientConformance, RemovesWhatIsThereAndWhatIsNot) {
+    put("object", "x");
+    EXPECT_NO_THROW(client->remove("object"));
+    EXPECT_NO_THROW(client->remove("object"));
+    EXPECT_FALSE(client->stat("object"));
+}
+
+TEST_P(CloudClientConformance, AssemblesPartsInTheOrderOfTheirNumbers) {
+    const auto content = contentOf(partSize + 1000);
+    const auto id = client->startMultipartUpload("object", "");
+    const auto second = part("object", id, 1, content.substr(partSize));
+    const auto first = part("object", id, 0, content.substr(0, partSize));
+    client->completeMultipartUpload("object", id, {first, second});
+    EXPECT_EQ(get("object"), content);
+}
+
+TEST_P(CloudClientConformance, RewritesOnePartAndReusesTheOthers) {
+    auto content = contentOf(2 * partSize + 500);
+    put("object", content);
+    auto parts = client->listParts("object");
+    ASSERT_EQ(parts.size(), 3u);
+    const auto id = client->startMultipartUpload("object", "");
+    parts[0].Tag = client->reusePart("object", id, parts[0]);
+    parts[1] = part("object", id, 1, std::string(partSize, 'n'));
+    parts[2].Tag = client->reusePart("object", id, parts[2]);
+    client->completeMultipartUpload("object", id, parts);
+    content.replace(partSize, partSize, std::string(partSize, 'n'));
+    EXPECT_EQ(get("object"), content);
+}
+
+TEST_P(CloudClientConformance, KeepsTheObjectWhenAnUploadIsAborted) {
+    put("object", "before");
+    const auto id = client->startMultipartUpload("object", "");
+    const auto first = part("object", id, 0, "never seen");
+    client->abortMultipartUpload("object", id);
+    EXPECT_EQ(get("object"), "before");
+    EXPECT_THROW(client->completeMultipartUpload("object", id, {first}), CloudException);
+}
+
+TEST_P(CloudClientConformance, RaisesWhatS3SaysOfBadCompletions) {
+    put("object", "before");
+    const auto id = client->startMultipartUpload("object", "");
+    const auto first = part("object", id, 0, std::string(partSize, 'a'));
+    const auto second = part("object", id, 1, "b");
+    EXPECT_THROW(client->completeMultipartUpload("object", id, {}), UnknownErrorException);
+    EXPECT_THROW(client->completeMultipartUpload("object", id, {second, first}), UnknownErrorException);
+    EXPECT_THROW(client->completeMultipartUpload("object", id, {{0, 0, 0, "\"wrong\""}}),
+                 UnknownErrorException);
+    EXPECT_EQ(get("object"), "before");
+    client->completeMultipartUpload("object", id, {first, second});
+    EXPECT_EQ(get("object"), std::string(partSize, 'a') + "b");
+}
+
+TEST_P(CloudClientConformance, NamesAMissingBucket) {
+    client = target.clientOf("missing-bucket");
+    std::string token;
+    EXPECT_FALSE(client->stat("k"));
+    expectFailure<ResourceNotFoundException>(u"no_such_bucket", [&] { client->list("", token, {"", 0}); });
+    expectFailure<ResourceNotFoundException>(u"no_such_bucket", [&] { put("k", "x"); });
+    expectFailure<InvalidLocationException>(u"invalid_bucket", [&] { client->checkRootValidity("/"); });
+}
+
+TEST_P(CloudClientConformance, FindsItsBucketValid) {
+    EXPECT_NO_THROW(client->checkRootValidity("/"));
+}
+
+TEST_P(CloudClientConformance, ServesManyThreadsAtOnce) {
+    const auto content = contentOf(300000);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 8; ++t) {
+        threads.emplace_back([&, key = "thread/" + std::to_string(t)] {
+            for (int i = 0; i < 3; ++i) {
+                put(key, content);
+                EXPECT_EQ(get(key), content);
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(names("thread/", {"", 0}).size(), 8u);
+}
+
+INSTANTIATE_TEST_SUITE_P(EmbeddedServer, CloudClientConformance,
+                         ::testing::Values(Way::HttpPath, Way::HttpVirtualHost, Way::HttpsPath),
+                         [](const auto& way) { return nameOf(way.param); });
+
+/// What only a server in this process can show.
+class CloudClientOnEmbeddedServer : public ::testing::TestWithParam<Way> {
+protected:
+    EmbeddedTarget target{GetParam()};
+};
+
+TEST_P(CloudClientOnEmbeddedServer, RefusesAnotherRegion) {
+    target.server().createBucket("elsewhere", "us-west-2");
+    expectFailure<InvalidLocationException>(u"bad_region",
+                                            [&] { target.clientOf("elsewhere")->checkRootValidity("/"); });
+}
+
+TEST_P(CloudClientOnEmbeddedServer, RefusesWrongKeys) {
+    const auto listWith = [&](const Keys& keys) {
+        std::string token;
+        target.client(keys)->list("", token, {"", 0});
+    };
+    EXPECT_NO_THROW(listWith({"temporary-key", "temporary-secret", "the-token"}));
+    const auto& right = s3server::defaultCredentials;
+    expectFailure<PermissionDeniedException>(u"signature_does_not_match", [&] {
+        listWith({right.accessKey, "wrong"});
+    });
+    expectFailure<PermissionDeniedException>(u"invalid_access_key_id", [&] {
+        listWith({"unknown", "wrong"});
+    });
+    expectFailure<PermissionDeniedException>(u"access_denied", [&] { listWith({"", ""}); });
+}
+
+TEST_P(CloudClientOnEmbeddedServer, SignsThePayloadOnlyWhereNobodyElseProtectsIt) {
+    std::istringstream in("content");
+    target.client()->upload("k", in, 7);
+    const auto digest = target.server().requests().back().header("x-amz-content-sha256");
+    if (GetParam() == Way::HttpsPath) {
+        EXPECT_EQ(digest, "UNSIGNED-PAYLOAD");
+    } else {
+        EXPECT_EQ(digest, "ed7002b439e9ac845f22357d822bac1444730fbdb6016d3ec9432297b9ec9f73");
+    }
+}
+
+TEST_P(CloudClientOnEmbeddedServer, AddressesTheBucketTheWayTheEndpointAllows) {
+    target.client()->stat("k");
+    const auto request = target.server().requests().back();
+    const auto port = std::to_string(target.server().port());
+    if (GetParam() == Way::HttpVirtualHost) {
+        EXPECT_EQ(request.target, "/k");
+        EXPECT_EQ(request.header("host"), "conformance.localhost:" + port);
+    } else {
+        EXPECT_EQ(request.target, "/conformance/k");
+        EXPECT_EQ(request.header("host"), "127.0.0.1:" + port);
+    }
+}
+
+TEST_P(CloudClientOnEmbeddedServer, UsesOneConnectionForOneCallAfterAnother) {
+    const auto client = target.client();
+    for (int i = 0; i < 5; ++i) {
+        std::istringstream in("content");
+        client->upload("k", in, 7);
+        std::ostringstream out;
+        client->download("k", out, 0, 0);
+    }
+    EXPECT_EQ(target.server().connections(), 1u);
+}
+
+TEST_P(CloudClientOnEmbeddedServer, NeverOpensMoreConnectionsThanAllowed) {
+    storage::s3provider::S3CloudClient client(EmbeddedTarget::bucketName, target.sdkClient({}, 2), {1, 0},
+                                              EmbeddedTarget::region);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 8; ++t) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < 5; ++i)
+                client.stat("missing");
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_LE(target.server().connections(), 2u);
+    EXPECT_EQ(target.server().requests().size(), 40u);
+}
+
+INSTANTIATE_TEST_SUITE_P(EmbeddedServer, CloudClientOnEmbeddedServer,
+                         ::testing::Values(Way::HttpPath, Way::HttpVirtualHost, Way::HttpsPath),
+                         [](const auto& way) { return nameOf(way.param); });
