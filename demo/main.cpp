@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* bucketName = "demo";
 constexpr const char* region = "eu-west-3";
-constexpr std::uint64_t partSize = 5 * 1024 * 1024;
+constexpr std::uint64_t partSize = std::uint64_t{5} * 1024 * 1024;
 
 std::shared_ptr<Aws::S3::S3Client> connect(const s3server::Server& server) {
     Aws::Client::ClientConfiguration base;

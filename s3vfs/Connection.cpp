@@ -43,7 +43,7 @@ Aws::S3::S3ClientConfiguration configurationFor(const Endpoint& endpoint) {
 
 }  // namespace
 
-Endpoint completeFromEnvironment(Endpoint given) {
+Endpoint completeFromEnvironment(const Endpoint& given) {
     return {firstNotEmpty({given.address, environment("ZR_AWS_ENDPOINT_OVERRIDE")}),
             firstNotEmpty(
                 {given.region, environment("AWS_DEFAULT_REGION"), environment("AWS_REGION"), "us-east-1"})};

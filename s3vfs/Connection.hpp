@@ -14,7 +14,7 @@ struct Endpoint {
 
 /// What the options leave open, from the environment: `ZR_AWS_ENDPOINT_OVERRIDE` for the address,
 /// `AWS_DEFAULT_REGION`, then `AWS_REGION`, for the region; "us-east-1" when none is set.
-Endpoint completeFromEnvironment(Endpoint given);
+Endpoint completeFromEnvironment(const Endpoint& given);
 
 /// The bucket as a cloud client. Signs with `AWS_ACCESS_KEY_ID`, `AWS_SECRET_ACCESS_KEY` and
 /// `AWS_SESSION_TOKEN`; without keys nothing is signed. Sends nothing by itself. The SDK must be initialised.

@@ -1,17 +1,14 @@
 #include "LogLevels.hpp"
 
 #include <charconv>
+#include <foundation/log/stream_sink.hpp>
 
 #include "Text.hpp"
 #include "UsageError.hpp"
 
 namespace s3vfs {
 
-namespace {
-
-constexpr unsigned allLevels = 0x7FFF;
-
-}  // namespace
+using foundation::log::allLevels;
 
 unsigned parseLogLevels(const std::string& text) {
     if (text == "all") return allLevels;

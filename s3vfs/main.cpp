@@ -60,7 +60,8 @@ int run(const Invocation& invocation) {
     foundation::log::setEnabledLevels(clientChannel,
                                       invocation.logLevels | storage::s3provider::LogFailedRequests);
     std::optional<foundation::log::StreamSink> shown;
-    if (invocation.logLevels != 0) shown.emplace(foundation::log::addStreamSink(std::cerr));
+    if (invocation.logLevels != 0)
+        shown.emplace(foundation::log::addStreamSink(std::cerr, invocation.logLevels));
     const auto& command = invocation.command;
     try {
         const auto bucket = s3vfs::openBucket(command.address.bucket, invocation.endpoint);

@@ -15,7 +15,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr std::uint64_t partSize = 5 * 1024 * 1024;
+constexpr std::uint64_t partSize = std::uint64_t{5} * 1024 * 1024;
 
 // Names that encodings trip over.
 const std::string awkwardKeys[] = {

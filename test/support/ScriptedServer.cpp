@@ -147,7 +147,7 @@ private:
 
 ScriptedServer::ScriptedServer(std::vector<Script> scripts) : ScriptedServer(std::move(scripts), Options{}) {}
 
-ScriptedServer::ScriptedServer(std::vector<Script> scripts, Options options)
+ScriptedServer::ScriptedServer(std::vector<Script> scripts, const Options& options)
     : listener_(std::make_unique<Listener>(std::move(scripts), options)) {}
 
 ScriptedServer::~ScriptedServer() = default;

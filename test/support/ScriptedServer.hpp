@@ -30,7 +30,7 @@ public:
 
     /// Throws std::runtime_error when it can't listen or the certificate is no good.
     explicit ScriptedServer(std::vector<Script> scripts = {});
-    ScriptedServer(std::vector<Script> scripts, Options options);
+    ScriptedServer(std::vector<Script> scripts, const Options& options);
     ~ScriptedServer();
     ScriptedServer(const ScriptedServer&) = delete;
     ScriptedServer& operator=(const ScriptedServer&) = delete;

@@ -63,7 +63,6 @@ TEST_F(Listing, AlwaysSendsBucketPrefixAndEncoding) {
     EXPECT_EQ(request.GetPrefix(), "");
     EXPECT_EQ(request.GetEncodingType(), Aws::S3::Model::EncodingType::url);
     EXPECT_FALSE(request.StartAfterHasBeenSet());
-    EXPECT_FALSE(request.FetchOwnerHasBeenSet());
 }
 
 TEST_F(Listing, SendsNoDelimiterWhenItIsEmpty) {

@@ -13,7 +13,6 @@ TEST_F(Remove, SendsOneRequestForExactlyTheKey) {
     EXPECT_CALL(*s3, DeleteObject(_)).WillOnce([](const auto& request) {
         EXPECT_EQ(request.GetBucket(), "b");
         EXPECT_EQ(request.GetKey(), "dir/");
-        EXPECT_FALSE(request.VersionIdHasBeenSet());
         return DeleteObjectOutcome(DeleteObjectResult());
     });
     LogCapture log({clientChannel}, 2);

@@ -69,8 +69,9 @@ private:
     const boost::log::core_ptr core_;
     const std::atomic<unsigned>& enabledLevels_;  // of the channel, shared by its loggers; never destroyed
     detail::indent_attribute indent_;
-    std::mutex mutex_;  // guards attributes_
     boost::log::attribute_set attributes_;
+    std::mutex mutex_;      // held while a record is opened
+    int openingLevel_ = 0;  // of the record being opened; guarded by mutex_
 };
 
 extern template class basic_diagnostic_logger<char>;

@@ -5,11 +5,14 @@
 
 namespace foundation::log {
 
+/// The mask of all levels.
+constexpr unsigned allLevels = 0x7FFF;
+
 /// The connection between the logging core and a stream; it ends when this object does. From then on the
 /// stream is not touched again, not even by a record that another thread is just pushing.
 class [[nodiscard]] StreamSink {
 public:
-    explicit StreamSink(std::shared_ptr<std::ostream> stream);
+    StreamSink(std::shared_ptr<std::ostream> stream, unsigned levels);
     StreamSink(StreamSink&&) noexcept;
     StreamSink& operator=(StreamSink&&) noexcept;
     ~StreamSink();
@@ -20,7 +23,8 @@ private:
     std::unique_ptr<Attachment> attachment_;
 };
 
-/// Writes every record of every channel to the stream, one line a record, flushed at once:
+/// Writes every record of every channel whose level is one of `levels` to the stream, one line a record,
+/// flushed at once:
 ///
 ///     2024-05-01T12:34:56.123456Z storage::s3provider::S3Client    2    m_bucket=data key=logs/a
 ///
@@ -31,7 +35,7 @@ private:
 /// Records may come from any thread; lines never mix. A failing stream never disturbs the thread that
 /// logs. Throws std::invalid_argument for a null stream. The stream passed by reference must outlive the
 /// returned object.
-StreamSink addStreamSink(std::ostream& stream);
-StreamSink addStreamSink(std::shared_ptr<std::ostream> stream);
+StreamSink addStreamSink(std::ostream& stream, unsigned levels = allLevels);
+StreamSink addStreamSink(std::shared_ptr<std::ostream> stream, unsigned levels = allLevels);
 
 }  // namespace foundation::log

@@ -23,7 +23,7 @@ using cloudprovider::PartInfo;
 namespace {
 
 // The smallest size S3 takes for every part but the last.
-constexpr std::uint64_t partSize = 5 * 1024 * 1024;
+constexpr std::uint64_t partSize = std::uint64_t{5} * 1024 * 1024;
 
 int partNumber(const PartInfo& part) {
     return boost::numeric_cast<int>(part.Index + 1);

@@ -4,6 +4,7 @@
 
 #include <boost/log/attributes/clock.hpp>
 #include <boost/log/attributes/constant.hpp>
+#include <boost/log/attributes/function.hpp>
 
 #include <utility>
 
@@ -15,6 +16,9 @@ template <typename CharT>
 basic_diagnostic_logger<CharT>::basic_diagnostic_logger(const std::string& channel)
     : channel_(channel), core_(boost::log::core::get()), enabledLevels_(enabledLevelsOf(channel)) {
     attributes_["Channel"] = attributes::make_constant(channel);
+    // Read once, while the record is opened. The severity of Boost.Log's own loggers is read when the record
+    // is pushed, and would be that of another record which the thread wrote in between.
+    attributes_["Severity"] = attributes::make_function([this] { return openingLevel_; });
     attributes_["Indent"] = indent_;
     attributes_["TimeStamp"] = attributes::utc_clock();
 }
@@ -22,9 +26,7 @@ basic_diagnostic_logger<CharT>::basic_diagnostic_logger(const std::string& chann
 template <typename CharT>
 boost::log::record basic_diagnostic_logger<CharT>::openRecord(unsigned level) {
     const std::lock_guard lock(mutex_);
-    // A constant, and not the per-thread severity of Boost.Log's own loggers: that one is read when the
-    // record is pushed, and would be the level of another record that the thread wrote in between.
-    attributes_["Severity"] = attributes::make_constant(static_cast<int>(level));
+    openingLevel_ = static_cast<int>(level);
     return core_->open_record(attributes_);
 }
 

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "s3server/Fault.hpp"
+#include "s3server/Options.hpp"
+#include "s3server/RequestRecord.hpp"
+
+namespace s3server {
+
+class Listener;
+class Service;
+class FaultPlan;
+class RequestLog;
+
+/// An S3 server in this process that keeps everything in memory. It serves from the constructor to stop()
+/// or the destructor, one thread a connection. All members but the destructor may be called from any thread.
+class Server {
+public:
+    /// Throws std::runtime_error if the address can't be bound or a TLS file can't be used.
+    explicit Server(Options options = {});
+    ~Server();
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    std::uint16_t port() const;
+    /// "127.0.0.1:PORT", without a scheme.
+    std::string endpoint() const;
+    /// Ends all connections, also those in the middle of an answer, and returns when they are gone. What is
+    /// stored and recorded stays readable.
+    void stop();
+
+    /// Takes any name, also one that S3 wouldn't. Throws std::invalid_argument if the bucket exists.
+    void createBucket(const std::string& name, const std::string& region = "us-east-1");
+    /// Throws std::invalid_argument if there is no such bucket.
+    void putObject(const std::string& bucket, const std::string& key, std::string bytes);
+    std::optional<std::string> object(const std::string& bucket, const std::string& key) const;
+    /// In the order of their bytes; none for a bucket that doesn't exist.
+    std::vector<std::string> keys(const std::string& bucket) const;
+    /// Multipart uploads that were neither completed nor aborted.
+    std::size_t openUploads(const std::string& bucket) const;
+
+    /// In the order in which the requests were answered. A request is recorded before its answer leaves.
+    std::vector<RequestRecord> requests() const;
+    void forgetRequests();
+    /// Connections accepted since the start.
+    std::size_t connections() const;
+
+    /// Several faults may wait; a request suffers the first one planned that matches it.
+    void plan(Fault fault);
+    /// How many requests the faults planned so far will still befall.
+    std::size_t plannedFaultsLeft() const;
+    /// Lets the requests that a stall holds be answered.
+    void releaseStalled();
+
+private:
+    const std::string address_;
+    const std::unique_ptr<Service> service_;
+    const std::unique_ptr<FaultPlan> faults_;
+    const std::unique_ptr<RequestLog> log_;
+    const std::unique_ptr<Listener> listener_;
+};
+
+}  // namespace s3server

@@ -1,0 +1,53 @@
+#include "Delivery.hpp"
+
+#include <variant>
+
+namespace s3server {
+namespace {
+
+/// One overload for each kind of fault.
+struct Befall {
+    Service& service;
+    FaultPlan& faults;
+    Exchange& exchange;
+
+    Delivery operator()(const fault::Status& what) const {
+        const S3Error error(what.code.empty() ? usualCode(what.status) : what.code);
+        return {service.refuse(exchange.request(), S3Error(error).withStatus(what.status))};
+    }
+    Delivery operator()(const fault::ErrorIn200& what) const {
+        return {service.refuse(exchange.request(), S3Error(what.code).withStatus(200))};
+    }
+    Delivery operator()(const fault::Reply& what) const {
+        return {Reply{what.status, what.headers, Bytes(what.body)}};
+    }
+    Delivery operator()(const fault::CutAfter& what) const {
+        return {service.answer(exchange), what.bytes, Ending::Close};
+    }
+    Delivery operator()(const fault::ResetAfterHeaders&) const {
+        return {service.answer(exchange), 0, Ending::Reset};
+    }
+    Delivery operator()(const fault::Reset&) const { return {std::nullopt, 0, Ending::Reset}; }
+    Delivery operator()(const fault::CloseWithoutReply&) const {
+        service.answer(exchange);
+        return {std::nullopt, 0, Ending::Close};
+    }
+    Delivery operator()(const fault::Delay& what) const {
+        faults.wait(what.time);
+        return {service.answer(exchange)};
+    }
+    Delivery operator()(const fault::Stall&) const {
+        faults.waitForRelease();
+        return {service.answer(exchange)};
+    }
+};
+
+}  // namespace
+
+Delivery deliver(Service& service, FaultPlan& faults, Exchange& exchange) {
+    const auto action = faults.take(exchange.operation(), exchange.request());
+    if (!action) return {service.answer(exchange)};
+    return std::visit(Befall{service, faults, exchange}, *action);
+}
+
+}  // namespace s3server

@@ -1,0 +1,97 @@
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+#include "Routes.hpp"
+#include "Text.hpp"
+#include "s3server/Fault.hpp"
+
+namespace s3server {
+namespace {
+
+constexpr std::uint64_t largestCount = 1'000'000'000;
+
+std::uint64_t numberOrRefused(std::string_view text, std::string_view what) {
+    const auto number = parseNumber(text);
+    if (number && *number <= largestCount) return *number;
+    throw std::invalid_argument("'" + std::string(text) + "' is no " + std::string(what));
+}
+
+Fault withoutValue(std::string_view value, Fault fault) {
+    if (!value.empty()) throw std::invalid_argument("'=" + std::string(value) + "' doesn't belong there");
+    return fault;
+}
+
+struct Action {
+    std::string_view name;
+    Fault (*make)(std::string_view value);
+};
+
+constexpr std::array actions{
+    Action{"cut", [](std::string_view v) { return Fault::cutAfter(numberOrRefused(v, "number of bytes")); }},
+    Action{"delay",
+           [](std::string_view v) {
+               return Fault::delay(std::chrono::milliseconds(numberOrRefused(v, "number of milliseconds")));
+           }},
+    Action{
+        "error-in-200",
+        [](std::string_view v) { return Fault::errorIn200(v.empty() ? "InternalError" : std::string(v)); }},
+    Action{"stall", [](std::string_view v) { return withoutValue(v, Fault::stall()); }},
+    Action{"reset", [](std::string_view v) { return withoutValue(v, Fault::reset()); }},
+    Action{"reset-after-headers",
+           [](std::string_view v) { return withoutValue(v, Fault::resetAfterHeaders()); }},
+    Action{"close", [](std::string_view v) { return withoutValue(v, Fault::closeWithoutReply()); }},
+};
+
+Fault parseAction(std::string_view text) {
+    const auto [name, value] = splitAtFirst(text, '=');
+    if (const auto status = parseNumber(name)) {
+        if (*status >= 300 && *status <= 999)
+            return Fault::status(static_cast<int>(*status), std::string(value));
+    }
+    const auto* const action = std::find_if(actions.begin(), actions.end(),
+                                            [n = name](const Action& each) { return each.name == n; });
+    if (action != actions.end()) return action->make(value);
+    throw std::invalid_argument("'" + std::string(name) + "' is no kind of fault");
+}
+
+unsigned requestCount(std::string_view text) {
+    return static_cast<unsigned>(numberOrRefused(text, "number of requests"));
+}
+
+std::string operationName(std::string_view text) {
+    if (isOperation(text)) return std::string(text);
+    throw std::invalid_argument("'" + std::string(text) + "' is no operation of this server");
+}
+
+/// Takes the separator and what follows it from the text; nothing if there is no separator.
+std::optional<std::string_view> cutTail(std::string_view& text, char separator) {
+    const auto at = text.find(separator);
+    if (at == std::string_view::npos) return std::nullopt;
+    const auto tail = text.substr(at + 1);
+    text = text.substr(0, at);
+    return tail;
+}
+
+}  // namespace
+
+Fault Fault::parse(std::string_view text) {
+    const auto place = cutTail(text, '@');
+    const auto operation = cutTail(text, ':');
+    const auto times = cutTail(text, '*');
+    const auto skip = cutTail(text, '+');
+
+    Fault fault = parseAction(text);
+    if (skip) fault.skip(requestCount(*skip));
+    if (times) fault.times(requestCount(*times));
+    if (operation) fault.on(operationName(*operation));
+    if (place) {
+        const auto [bucket, key] = splitAtFirst(*place, '/');
+        if (bucket.empty()) throw std::invalid_argument("the name of the bucket is missing");
+        fault.inBucket(std::string(bucket));
+        if (!key.empty()) fault.forKey(std::string(key));
+    }
+    return fault;
+}
+
+}  // namespace s3server

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Bytes.hpp"
+#include "Dates.hpp"
+#include "Payload.hpp"
+#include "Request.hpp"
+#include "Store.hpp"
+#include "Xml.hpp"
+
+/// The operations of the S3 API ("Amazon S3 API Reference"), a function each. They run on any thread, and
+/// throw S3Error for every answer that isn't a success.
+namespace s3server {
+
+struct Reply {
+    int status = 200;
+    Headers headers;
+    Bytes body;
+};
+
+/// All that an operation works on.
+struct Call {
+    const Request& request;
+    const Payload& payload;
+    Store& store;
+    TimePoint now;
+};
+
+using Operation = Reply (*)(const Call&);
+
+Reply listBuckets(const Call& call);
+Reply createBucket(const Call& call);
+Reply deleteBucket(const Call& call);
+Reply headBucket(const Call& call);
+Reply getBucketLocation(const Call& call);
+
+Reply listObjects(const Call& call);
+Reply listObjectsV2(const Call& call);
+
+/// For GetObject and HeadObject alike: whoever sends the reply to a HEAD request leaves the body out.
+Reply getObject(const Call& call);
+Reply putObject(const Call& call);
+Reply deleteObject(const Call& call);
+Reply deleteObjects(const Call& call);
+Reply copyObject(const Call& call);
+
+Reply createMultipartUpload(const Call& call);
+Reply uploadPart(const Call& call);
+Reply uploadPartCopy(const Call& call);
+Reply completeMultipartUpload(const Call& call);
+Reply abortMultipartUpload(const Call& call);
+Reply listParts(const Call& call);
+Reply listMultipartUploads(const Call& call);
+
+Reply xmlReply(const XmlWriter& xml);
+/// A number in the query, or `otherwise` if it isn't there. Throws S3Error InvalidArgument.
+std::uint64_t numberParameter(const Request& request, const std::string& name, std::uint64_t otherwise);
+std::string quoted(const std::string& etag);
+
+}  // namespace s3server

@@ -1,0 +1,126 @@
+#include "s3server/Server.hpp"
+
+#include <stdexcept>
+
+#include "Digest.hpp"
+#include "Encoding.hpp"
+#include "FaultPlan.hpp"
+#include "Listener.hpp"
+#include "RequestLog.hpp"
+#include "S3Error.hpp"
+#include "Service.hpp"
+#include "Session.hpp"
+
+namespace s3server {
+namespace {
+
+std::string endpointText(const std::string& address, std::uint16_t port) {
+    const bool isV6 = address.find(':') != std::string::npos;
+    return (isV6 ? '[' + address + ']' : address) + ':' + std::to_string(port);
+}
+
+}  // namespace
+
+Server::Server(Options options)
+    : address_(options.address),
+      service_(std::make_unique<Service>(options)),
+      faults_(std::make_unique<FaultPlan>()),
+      log_(std::make_unique<RequestLog>(options.onRequest)),
+      listener_(std::make_unique<Listener>(options, [this](Wire& wire, std::uint64_t connection) {
+          serveConnection(wire, {*service_, *faults_, *log_}, connection);
+      })) {}
+
+Server::~Server() {
+    stop();
+}
+
+std::uint16_t Server::port() const {
+    return listener_->port();
+}
+
+std::string Server::endpoint() const {
+    return endpointText(address_, port());
+}
+
+void Server::stop() {
+    faults_->end();
+    listener_->stop();
+}
+
+void Server::createBucket(const std::string& name, const std::string& region) {
+    if (name.empty() || name.find('/') != std::string::npos)
+        throw std::invalid_argument("'" + name + "' can't be a bucket's name");
+    try {
+        service_->store().createBucket({name, region == "us-east-1" ? "" : region, service_->now()});
+    } catch (const S3Error&) {
+        throw std::invalid_argument("the bucket '" + name + "' exists");
+    }
+}
+
+void Server::putObject(const std::string& bucket, const std::string& key, std::string bytes) {
+    Bytes stored(std::move(bytes));
+    std::string etag = hex(digestOf(Digest::md5(), stored));
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(service_->now());
+    const auto object = std::make_shared<const Object>(
+        Object{std::move(stored), std::move(etag), {{"content-type", "binary/octet-stream"}}, seconds});
+    try {
+        service_->store().put(bucket, key, object);
+    } catch (const S3Error&) {
+        throw std::invalid_argument("there is no bucket '" + bucket + "'");
+    }
+}
+
+std::optional<std::string> Server::object(const std::string& bucket, const std::string& key) const {
+    try {
+        return service_->store().object(bucket, key)->bytes.text();
+    } catch (const S3Error&) {
+        return std::nullopt;
+    }
+}
+
+std::vector<std::string> Server::keys(const std::string& bucket) const {
+    std::vector<std::string> keys;
+    try {
+        service_->store().readObjects(bucket, [&keys](const Objects& objects) {
+            for (const auto& [key, object] : objects)
+                keys.push_back(key);
+        });
+    } catch (const S3Error&) {
+        // No bucket, no keys.
+    }
+    return keys;
+}
+
+std::size_t Server::openUploads(const std::string& bucket) const {
+    try {
+        return service_->store().uploads(bucket).size();
+    } catch (const S3Error&) {
+        return 0;
+    }
+}
+
+std::vector<RequestRecord> Server::requests() const {
+    return log_->records();
+}
+
+void Server::forgetRequests() {
+    log_->forget();
+}
+
+std::size_t Server::connections() const {
+    return static_cast<std::size_t>(listener_->accepted());
+}
+
+void Server::plan(Fault fault) {
+    faults_->add(std::move(fault));
+}
+
+std::size_t Server::plannedFaultsLeft() const {
+    return faults_->left();
+}
+
+void Server::releaseStalled() {
+    faults_->release();
+}
+
+}  // namespace s3server

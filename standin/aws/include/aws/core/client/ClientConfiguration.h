@@ -1,0 +1,55 @@
+#pragma once
+
+#include <aws/core/client/RetryStrategy.h>
+#include <aws/core/http/Scheme.h>
+#include <aws/core/utils/memory/stl/AWSString.h>
+
+#include <memory>
+
+namespace Aws::Client {
+
+/// Whether the HTTP layer follows redirects by itself. DEFAULT follows them, save in region "aws-global".
+enum class FollowRedirectsPolicy { DEFAULT, ALWAYS, NEVER };
+
+/// How a client reaches its service. A client copies what it is given, so changes come too late for it.
+struct ClientConfiguration {
+    /// The values below, and a default retry strategy.
+    ClientConfiguration();
+
+    Aws::String userAgent;  ///< empty: the SDK's own
+    Aws::Http::Scheme scheme = Aws::Http::Scheme::HTTPS;
+    Aws::String region = "us-east-1";
+    Aws::String profileName = "default";
+    Aws::String endpointOverride;  ///< host, host:port or a URL; empty: the service's own endpoint
+    bool useDualStack = false;
+    bool useFIPS = false;
+
+    unsigned maxConnections = 25;   ///< a thread that finds them all in use waits for one
+    long httpRequestTimeoutMs = 0;  ///< for the whole request; 0: none
+    long requestTimeoutMs = 3000;   ///< of silence; whole seconds count, at least one; 0: none
+    long connectTimeoutMs = 1000;
+    unsigned long lowSpeedLimit = 1;  ///< bytes a second below which it is silence
+    bool enableTcpKeepAlive = true;
+    unsigned long tcpKeepAliveIntervalMs = 30000;
+
+    std::shared_ptr<RetryStrategy> retryStrategy;
+
+    bool allowSystemProxy = false;  ///< without proxyHost: whether http_proxy and its like are honoured
+    Aws::Http::Scheme proxyScheme = Aws::Http::Scheme::HTTP;
+    Aws::String proxyHost;  ///< empty: no proxy
+    unsigned proxyPort = 0;
+    Aws::String proxyUserName;
+    Aws::String proxyPassword;
+
+    bool verifySSL = true;
+    Aws::String caPath;  ///< folder of trusted certificates; empty: libcurl's
+    Aws::String caFile;  ///< file of trusted certificates; empty: libcurl's
+
+    FollowRedirectsPolicy followRedirects = FollowRedirectsPolicy::DEFAULT;
+    bool disableExpectHeader = false;
+    bool enableClockSkewAdjustment = true;
+    bool enableHostPrefixInjection = true;
+    bool disableIMDS = false;
+};
+
+}  // namespace Aws::Client

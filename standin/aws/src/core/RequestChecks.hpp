@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "core/SignatureV4.hpp"
+
+/// What is looked at before a request is sent, since libcurl would read more into it than was meant.
+namespace standin::aws {
+
+/// Whether a text names a host, with or without port, and can mean nothing else within a URL.
+bool isAuthority(const std::string& text);
+
+/// Throws UnsendableRequest for a value that would end its header or be cut off.
+void checkHeaders(const Headers& headers);
+
+/// The value of content-length; nothing without. Throws UnsendableRequest when it is not a number.
+std::optional<std::uint64_t> contentLength(const Headers& headers);
+
+}  // namespace standin::aws

@@ -1,0 +1,21 @@
+#include <aws/s3/model/CreateMultipartUploadRequest.h>
+
+#include "s3/Operations.hpp"
+
+namespace standin::aws::s3 {
+
+OperationCall describe(const Aws::S3::Model::CreateMultipartUploadRequest& request) {
+    auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::DocumentOrFailure, request);
+    call.subresource = "uploads";
+    return call;
+}
+
+Aws::S3::Model::CreateMultipartUploadResult createMultipartUploadResult(Answer& answer) {
+    Aws::S3::Model::CreateMultipartUploadResult result;
+    result.SetBucket(childText(answer.root(), "Bucket"));
+    result.SetKey(childText(answer.root(), "Key"));
+    result.SetUploadId(childText(answer.root(), "UploadId"));
+    return result;
+}
+
+}  // namespace standin::aws::s3

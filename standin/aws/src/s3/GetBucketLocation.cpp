@@ -1,0 +1,23 @@
+#include <aws/s3/model/GetBucketLocationRequest.h>
+
+#include "s3/Operations.hpp"
+
+namespace standin::aws::s3 {
+
+namespace Mapper = Aws::S3::Model::BucketLocationConstraintMapper;
+
+OperationCall describe(const Aws::S3::Model::GetBucketLocationRequest& request) {
+    auto call = bucketCall(Aws::Http::HttpMethod::HTTP_GET, AnswerBody::DocumentOrFailure, request);
+    call.subresource = "location";
+    return call;
+}
+
+Aws::S3::Model::GetBucketLocationResult getBucketLocationResult(Answer& answer) {
+    Aws::S3::Model::GetBucketLocationResult result;
+    if (answer.root() == nullptr) return result;
+    result.SetLocationConstraint(
+        Mapper::GetBucketLocationConstraintForName(trimmed(printedText(*answer.root()))));
+    return result;
+}
+
+}  // namespace standin::aws::s3

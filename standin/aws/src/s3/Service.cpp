@@ -1,0 +1,117 @@
+#include "s3/Service.hpp"
+
+#include <sstream>
+
+#include "s3/Url.hpp"
+
+namespace standin::aws::s3 {
+
+namespace {
+
+using Aws::Client::CoreErrors;
+
+// The body, read from its beginning; a stream without buffer holds nothing.
+std::string contentsOf(const ExchangeReply& reply) {
+    std::ostringstream contents;
+    contents << reply.body.GetUnderlyingStream().rdbuf();
+    return contents.str();
+}
+
+std::unique_ptr<const XmlDocument> documentIn(const ExchangeReply& reply) {
+    const std::string text = contentsOf(reply);
+    return text.empty() ? nullptr : std::make_unique<const XmlDocument>(text);
+}
+
+bool reportsFailure(AnswerBody kind, const XmlDocument& document) {
+    return kind == AnswerBody::DocumentOrFailure && document.root() != nullptr &&
+           document.root()->Name() == std::string_view("Error");
+}
+
+// An error document may name the host and the region where the request belongs.
+void noteDirections(ExchangeReply& reply, const XmlDocument& document) {
+    const auto* error = findError(document);
+    reply.otherHost = trimmedChildText(error, "Endpoint");
+    reply.otherRegion = trimmedChildText(error, "Region");
+}
+
+std::unique_ptr<CoreError> errorIn(ExchangeReply& reply, const XmlDocument* document) {
+    if (document == nullptr) return std::make_unique<CoreError>(errorWithoutBody(reply.status));
+    noteDirections(reply, *document);
+    return std::make_unique<CoreError>(errorFrom(reply.status, *document));
+}
+
+std::string signingRegion(const Aws::Endpoint::AWSEndpoint& endpoint) {
+    const auto& attributes = endpoint.GetAttributes();
+    return attributes ? attributes->authScheme.GetSigningRegion().value_or("") : "";
+}
+
+bool isPort(const std::optional<unsigned>& port) {
+    return !port || *port != 0;
+}
+
+}  // namespace
+
+Service::Service(std::shared_ptr<Aws::Auth::AWSCredentialsProvider> credentials,
+                 std::shared_ptr<Aws::S3::Endpoint::S3EndpointProviderBase> endpoints,
+                 const Aws::S3::S3ClientConfiguration& configuration)
+    : endpoints_(endpoints ? std::move(endpoints)
+                           : std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>()),
+      exchange_(configuration, std::move(credentials)),
+      signsPayload_(configuration.payloadSigningPolicy ==
+                    Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Always) {
+    endpoints_->InitBuiltInParameters(configuration);
+}
+
+std::variant<Answer, CoreError> Service::ask(const OperationCall& call) const {
+    if (!call.missingField.empty()) return missingField(call.missingField);
+    const auto endpoint = endpoints_->ResolveEndpoint({{"Bucket", call.bucket}});
+    if (!endpoint.IsSuccess()) return endpoint.GetError();
+    auto request = makeRequest(call, endpoint.GetResult());
+    if (auto* error = std::get_if<CoreError>(&request)) return std::move(*error);
+    auto& exchangeRequest = std::get<ExchangeRequest>(request);
+    exchangeRequest.signPayload = signsPayload_;
+
+    Answer answer;
+    auto reply = exchange_.send(
+        exchangeRequest, [&](ExchangeReply& each) { return judge(call.answerBody, each, answer.document); });
+    if (!reply.IsSuccess()) return reply.GetError();
+    if (answer.document && !answer.document->parsed()) return xmlParseError(answer.document->errorName());
+    answer.headers = std::move(reply.GetResult().headers);
+    answer.body = std::move(reply.GetResult().body);
+    return answer;
+}
+
+std::variant<ExchangeRequest, CoreError> makeRequest(const OperationCall& call,
+                                                     const Aws::Endpoint::AWSEndpoint& endpoint) {
+    const auto url = splitUrl(endpoint.GetURL());
+    if (!url || !isHostName(url->host) || !isPort(url->port)) {
+        return CoreError(CoreErrors::VALIDATION, "", "Invalid DNS Label found in URI host", false);
+    }
+    ExchangeRequest request;
+    request.method = call.method;
+    request.scheme = url->scheme;
+    request.authority = authorityOf(*url);
+    request.path = percentDecoded(url->path);
+    if (!call.key.empty() || request.path.empty()) request.path += "/" + call.key;
+    request.subresource = call.subresource;
+    request.query = call.query;
+    request.headers = call.headers;
+    request.body = call.body;
+    request.sendMd5 = call.sendMd5;
+    request.signingRegion = signingRegion(endpoint);
+    return request;
+}
+
+std::unique_ptr<CoreError> judge(AnswerBody kind, ExchangeReply& reply,
+                                 std::unique_ptr<const XmlDocument>& document) {
+    document.reset();
+    const bool succeeded = reply.status >= 200 && reply.status < 300;
+    if (succeeded && kind == AnswerBody::Content) return nullptr;
+    auto found = documentIn(reply);
+    if (!succeeded) return errorIn(reply, found.get());
+    if (found && reportsFailure(kind, *found)) return errorIn(reply, found.get());
+    document = std::move(found);
+    return nullptr;
+}
+
+}  // namespace standin::aws::s3

@@ -1,0 +1,31 @@
+#include <aws/s3/model/UploadPartCopyRequest.h>
+
+#include "core/PercentEncoding.hpp"
+#include "s3/Operations.hpp"
+
+namespace standin::aws::s3 {
+
+OperationCall describe(const Aws::S3::Model::UploadPartCopyRequest& request) {
+    auto call = objectCall(Aws::Http::HttpMethod::HTTP_PUT, AnswerBody::DocumentOrFailure, request);
+    call.require(request.CopySourceHasBeenSet(), "CopySource");
+    call.require(request.PartNumberHasBeenSet(), "PartNumber");
+    call.require(request.UploadIdHasBeenSet(), "UploadId");
+    call.query = {{"partNumber", std::to_string(request.GetPartNumber())},
+                  {"uploadId", request.GetUploadId()}};
+    call.headers["x-amz-copy-source"] = encodeCanonicalPath(request.GetCopySource());
+    if (request.CopySourceRangeHasBeenSet()) {
+        call.headers["x-amz-copy-source-range"] = request.GetCopySourceRange();
+    }
+    return call;
+}
+
+Aws::S3::Model::UploadPartCopyResult uploadPartCopyResult(Answer& answer) {
+    Aws::S3::Model::CopyPartResult part;
+    part.SetETag(childText(answer.root(), "ETag"));
+    part.SetLastModified(childDate(answer.root(), "LastModified"));
+    Aws::S3::Model::UploadPartCopyResult result;
+    result.SetCopyPartResult(std::move(part));
+    return result;
+}
+
+}  // namespace standin::aws::s3

@@ -1,0 +1,114 @@
+#include "s3/Xml.hpp"
+
+#include <array>
+
+namespace standin::aws::s3 {
+
+namespace {
+
+struct Entity {
+    std::string_view text;
+    char meaning;
+};
+constexpr Entity lineFeed = {"&#xA;", '\n'};
+constexpr Entity carriageReturn = {"&#xD;", '\r'};
+constexpr std::array<Entity, 7> entities = {{{"&lt;", '<'},
+                                             {"&gt;", '>'},
+                                             {"&amp;", '&'},
+                                             {"&quot;", '"'},
+                                             {"&apos;", '\''},
+                                             lineFeed,
+                                             carriageReturn}};
+
+// Writes line ends of texts as character references, so that they survive another reading.
+class LineEndEscapingPrinter : public tinyxml2::XMLPrinter {
+public:
+    using XMLPrinter::Visit;
+
+    bool Visit(const tinyxml2::XMLText& text) override {
+        insideText_ = !text.CData();
+        const bool goOn = XMLPrinter::Visit(text);
+        insideText_ = false;
+        return goOn;
+    }
+
+protected:
+    void Write(const char* data, size_t size) override {
+        if (!insideText_) return XMLPrinter::Write(data, size);
+        for (const char c : std::string_view(data, size))
+            writeOne(c);
+    }
+
+private:
+    void writeOne(char c) {
+        for (const Entity& lineEnd : {lineFeed, carriageReturn}) {
+            if (c == lineEnd.meaning) return XMLPrinter::Write(lineEnd.text.data(), lineEnd.text.size());
+        }
+        Putc(c);
+    }
+
+    bool insideText_ = false;
+};
+
+std::string decoded(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        std::size_t used = 1;
+        char meaning = text.front();
+        for (const Entity& entity : entities) {
+            if (text.substr(0, entity.text.size()) != entity.text) continue;
+            used = entity.text.size();
+            meaning = entity.meaning;
+            break;
+        }
+        result += meaning;
+        text.remove_prefix(used);
+    }
+    return result;
+}
+
+}  // namespace
+
+XmlDocument::XmlDocument(std::string_view text) {
+    document_.Parse(text.data(), text.size());
+}
+
+std::string printedText(const tinyxml2::XMLElement& element) {
+    LineEndEscapingPrinter printer;
+    for (const auto* node = element.FirstChild(); node != nullptr; node = node->NextSibling())
+        node->Accept(&printer);
+    return printer.CStr();
+}
+
+std::string printed(const tinyxml2::XMLDocument& document) {
+    LineEndEscapingPrinter printer;
+    document.Print(&printer);
+    return printer.CStr();
+}
+
+std::string decodedText(const tinyxml2::XMLElement& element) {
+    return decoded(printedText(element));
+}
+
+std::string trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n\v\f";
+    const auto begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos) return {};
+    return std::string(text.substr(begin, text.find_last_not_of(blanks) - begin + 1));
+}
+
+const tinyxml2::XMLElement* child(const tinyxml2::XMLElement* parent, const char* name) {
+    return parent == nullptr ? nullptr : parent->FirstChildElement(name);
+}
+
+std::string childText(const tinyxml2::XMLElement* parent, const char* name) {
+    const auto* found = child(parent, name);
+    return found == nullptr ? std::string() : decodedText(*found);
+}
+
+std::string trimmedChildText(const tinyxml2::XMLElement* parent, const char* name) {
+    return trimmed(childText(parent, name));
+}
+
+}  // namespace standin::aws::s3

@@ -1,0 +1,64 @@
+#include "replay/RecordedCase.hpp"
+
+#include <fstream>
+#include <ostream>
+#include <stdexcept>
+
+namespace replay {
+namespace {
+
+constexpr int slowMs = 1500;
+
+RecordedCase parseCase(const std::string& line) {
+    Json recorded = Json::parse(line);
+    std::string id = recorded.at("id");
+    return {std::move(id), std::move(recorded)};
+}
+
+void appendCases(const std::filesystem::path& path, std::vector<RecordedCase>& cases) {
+    std::ifstream file(path);
+    if (!file) throw std::runtime_error("can't read " + path.string());
+    std::string line;
+    for (int number = 1; std::getline(file, line); ++number) {
+        try {
+            cases.push_back(parseCase(line));
+        } catch (const Json::exception& error) {
+            throw std::runtime_error(path.string() + ":" + std::to_string(number) + ": " + error.what());
+        }
+    }
+}
+
+}  // namespace
+
+bool RecordedCase::isSlow() const {
+    int elapsed = 0;
+    for (const Json& outcome : recorded.at("outcomes"))
+        elapsed += outcome.value("elapsed_ms_about", 0);
+    return elapsed > slowMs;
+}
+
+Json RecordedCase::observation() const {
+    Json seen;
+    for (const char* field : {"outcomes", "requests_seen", "attempts", "wire"})
+        if (recorded.contains(field)) seen[field] = recorded[field];
+    for (Json& outcome : seen["outcomes"])
+        outcome.erase("elapsed_ms_about");
+    return seen;
+}
+
+int deadlySignal(const Json& observation) {
+    return observation.at("outcomes").at(0).value("process_died_with_signal", 0);
+}
+
+void PrintTo(const RecordedCase& recordedCase, std::ostream* out) {
+    *out << recordedCase.id;
+}
+
+std::vector<RecordedCase> loadCases(const std::filesystem::path& folder) {
+    std::vector<RecordedCase> cases;
+    for (const char* name : {"errors.jsonl", "results.jsonl", "requests.jsonl"})
+        appendCases(folder / name, cases);
+    return cases;
+}
+
+}  // namespace replay

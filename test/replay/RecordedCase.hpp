@@ -1,0 +1,35 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace replay {
+
+using Json = nlohmann::json;
+
+/// One line of the data files; data/README.md tells what its fields mean.
+struct RecordedCase {
+    std::string id;
+    Json recorded;
+
+    /// Takes seconds because the client or the server has to wait.
+    bool isSlow() const;
+
+    /// What was seen, without the times: `outcomes`, `requests_seen`, `wire`, and `attempts` if counted.
+    Json observation() const;
+};
+
+/// The signal that ended the process in an observation, else 0.
+int deadlySignal(const Json& observation);
+
+void PrintTo(const RecordedCase& recordedCase, std::ostream* out);
+
+/// All cases of errors.jsonl, results.jsonl and requests.jsonl in that folder. Throws std::runtime_error with
+/// file and line if one can't be read.
+std::vector<RecordedCase> loadCases(const std::filesystem::path& folder);
+
+}  // namespace replay

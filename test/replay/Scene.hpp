@@ -1,0 +1,56 @@
+#pragma once
+
+#include "replay/RecordedCase.hpp"
+#include "support/ScriptedServer.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace replay {
+
+/// What surrounds the client in one case: the server that plays the recorded replies, a port where nothing
+/// listens, certificates. The recorded text names fixed ports and files; the scene translates to the live
+/// ones and back.
+class Scene {
+public:
+    explicit Scene(const RecordedCase& recordedCase);
+    ~Scene();
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    const testsupport::ScriptedServer& server() const { return *server_; }
+
+    /// Recorded ports and file placeholders replaced by the live ones.
+    std::string live(std::string text) const;
+
+    std::uint16_t livePort(int recordedPort) const;
+
+    /// The opposite, also for the dates the server sent, throughout the strings of a value.
+    Json asRecorded(Json value) const;
+
+private:
+    struct Translation {
+        std::string recorded;
+        std::string live;
+    };
+
+    void addReplies(const Json& replies, bool endless);
+    testsupport::Script scriptFrom(const Json& steps);
+    testsupport::Step stepFrom(const Json& step);
+    testsupport::Step sendStep(const std::string& recorded);
+    std::string dated(std::string text);
+
+    std::vector<Translation> translations_;
+    mutable std::mutex mutex_;
+    std::vector<std::string> sentDates_;  // guarded by mutex_, filled by the server's threads
+    int deadSocket_ = -1;                 // bound, so that nobody else gets the port, and never listening
+    std::unique_ptr<testsupport::ScriptedServer> server_;
+};
+
+/// More requests than this count as endless.
+constexpr std::size_t endlessRequests = 1000;
+
+}  // namespace replay

@@ -1,0 +1,257 @@
+#include "ExchangeTest.hpp"
+
+#include <aws/core/client/DefaultRetryStrategy.h>
+
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+#include "support/Environment.hpp"
+
+using namespace standin::aws;
+using Aws::Client::CoreErrors;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using testsupport::httpReply;
+using testsupport::Script;
+using testsupport::Step;
+using namespace std::chrono_literals;
+
+namespace {
+
+class ExchangeConnectionTest : public ExchangeTest {
+protected:
+    ExchangeConnectionTest() { noRetries(); }
+
+    void noRetries() {
+        configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(0, 0);
+    }
+
+    ExchangeError failure(const ExchangeRequest& request) {
+        const auto outcome = send(request);
+        EXPECT_FALSE(outcome.IsSuccess());
+        EXPECT_EQ(outcome.GetError().GetErrorType(), CoreErrors::NETWORK_CONNECTION);
+        EXPECT_EQ(outcome.GetError().GetExceptionName(), "");
+        EXPECT_EQ(static_cast<int>(outcome.GetError().GetResponseCode()), -1);
+        EXPECT_TRUE(outcome.GetError().ShouldRetry());
+        return outcome.GetError();
+    }
+
+    std::vector<int> connections() const {
+        std::vector<int> numbers;
+        for (const auto& request : seen())
+            numbers.push_back(request.connection);
+        return numbers;
+    }
+};
+
+struct BrokenAnswer {
+    const char* name;
+    Script script;
+    const char* message;
+};
+
+class ExchangeBrokenAnswerTest : public ExchangeConnectionTest,
+                                 public ::testing::WithParamInterface<BrokenAnswer> {};
+
+TEST_P(ExchangeBrokenAnswerTest, IsATransportFailure) {
+    server.expect(GetParam().script);
+    const ExchangeError error = failure(get());
+    EXPECT_EQ(error.GetMessage(), GetParam().message);
+    EXPECT_EQ(error.GetRemoteHostIpAddress(), "127.0.0.1");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Exchange, ExchangeBrokenAnswerTest,
+    ::testing::Values(
+        BrokenAnswer{"None", {Step::close()}, "curlCode: 52, Server returned nothing (no headers, no data)"},
+        BrokenAnswer{"Reset", {Step::reset()}, "curlCode: 56, Failure when receiving data from the peer"},
+        BrokenAnswer{"BodyCut",
+                     {Step::send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhello"), Step::close()},
+                     "curlCode: 18, Transferred a partial file"},
+        BrokenAnswer{
+            "ErrorBodyCut",
+            {Step::send("HTTP/1.1 403 Forbidden\r\nContent-Length: 100\r\n\r\n<Error/>"), Step::close()},
+            "curlCode: 18, Transferred a partial file"},
+        BrokenAnswer{"ChunksCut",
+                     {Step::send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n"),
+                      Step::close()},
+                     "curlCode: 18, Transferred a partial file"},
+        BrokenAnswer{"BadChunk",
+                     {Step::send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n")},
+                     "curlCode: 56, Failure when receiving data from the peer"},
+        BrokenAnswer{"NotHttp",
+                     {Step::send("SSH-2.0-OpenSSH_9.2\r\n"), Step::close()},
+                     "curlCode: 1, Unsupported protocol"}),
+    [](const auto& test) { return test.param.name; });
+
+TEST_F(ExchangeConnectionTest, KeepsTheHeadersThatHadArrived) {
+    server.expect(
+        {Step::send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\nX-A: 1\r\n\r\nhello"), Step::close()});
+    EXPECT_THAT(failure(get()).GetResponseHeaders(),
+                ElementsAre(Pair("content-length", "100"), Pair("x-a", "1")));
+}
+
+TEST_F(ExchangeConnectionTest, HasNoAddressWithoutConnection) {
+    ExchangeRequest request = get();
+    {
+        const testsupport::ScriptedServer gone;
+        request.authority = gone.endpoint();
+    }
+    const ExchangeError error = failure(request);
+    EXPECT_EQ(error.GetMessage(), "curlCode: 7, Couldn't connect to server");
+    EXPECT_EQ(error.GetRemoteHostIpAddress(), "");
+    EXPECT_THAT(error.GetResponseHeaders(), IsEmpty());
+}
+
+TEST_F(ExchangeConnectionTest, GivesUpOnSilence) {
+    configuration.requestTimeoutMs = 500;
+    server.expect({Step::sleep(60s)});
+    EXPECT_EQ(failure(get()).GetMessage(), "curlCode: 28, Timeout was reached");
+}
+
+TEST_F(ExchangeConnectionTest, GivesUpOnASlowAnswerWhenTheWholeRequestIsLimited) {
+    configuration.httpRequestTimeoutMs = 300;
+    server.expect({Step::send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n"),
+                   Step::drip(std::string(1000, 'x'), 20ms)});
+    EXPECT_EQ(failure(get()).GetMessage(), "curlCode: 28, Timeout was reached");
+}
+
+TEST_F(ExchangeConnectionTest, IsUsedAgain) {
+    for (int i = 0; i < 3; ++i)
+        server.expect({Step::send(httpReply(200, {}, "hello"))});
+    const Exchange exchange(configuration, credentials);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(bodyOf(exchange.send(get(), judgeByStatus)), "hello");
+    EXPECT_THAT(connections(), ElementsAre(1, 1, 1));
+}
+
+TEST_F(ExchangeConnectionTest, IsUsedAgainForEveryMethod) {
+    using Aws::Http::HttpMethod;
+    const HttpMethod methods[] = {HttpMethod::HTTP_PUT,  HttpMethod::HTTP_HEAD,   HttpMethod::HTTP_GET,
+                                  HttpMethod::HTTP_POST, HttpMethod::HTTP_DELETE, HttpMethod::HTTP_GET};
+    const Exchange exchange(configuration, credentials);
+    std::vector<std::string> names;
+    for (const HttpMethod method : methods) {
+        server.expect(
+            {Step::send(method == HttpMethod::HTTP_HEAD ? "HTTP/1.1 200 OK\r\n\r\n" : httpReply(200))});
+        ExchangeRequest request = get();
+        request.method = method;
+        if (method == HttpMethod::HTTP_PUT) request.body = std::make_shared<std::stringstream>("body");
+        EXPECT_TRUE(exchange.send(request, judgeByStatus).IsSuccess());
+        names.push_back(seen().back().method);
+        EXPECT_EQ(seen().back().body, request.body ? "body" : "");
+    }
+    EXPECT_THAT(names, ElementsAre("PUT", "HEAD", "GET", "POST", "DELETE", "GET"));
+    EXPECT_THAT(connections(), ElementsAre(1, 1, 1, 1, 1, 1));
+}
+
+TEST_F(ExchangeConnectionTest, IsReplacedWhenItBreaks) {
+    server.expect({Step::send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhello"), Step::close()});
+    server.expect({Step::send(httpReply(200))});
+    const Exchange exchange(configuration, credentials);
+    EXPECT_FALSE(exchange.send(get(), judgeByStatus).IsSuccess());
+    EXPECT_TRUE(exchange.send(get(), judgeByStatus).IsSuccess());
+    EXPECT_THAT(connections(), ElementsAre(1, 2));
+}
+
+TEST_F(ExchangeConnectionTest, IsNotUsedAgainAfterBytesThatBelongToNoAnswer) {
+    server.expect(
+        {Step::send("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nhelloHTTP/1.1 200 OK\r\n\r\nEXTRA")});
+    server.expect({Step::send(httpReply(200, {}, "right"))});
+    const Exchange exchange(configuration, credentials);
+    EXPECT_EQ(bodyOf(exchange.send(get(), judgeByStatus)), "hello");
+    EXPECT_EQ(bodyOf(exchange.send(get(), judgeByStatus)), "right");
+    EXPECT_THAT(connections(), ElementsAre(1, 2));
+}
+
+TEST_F(ExchangeConnectionTest, IgnoresTheEnvironmentsProxies) {
+    const testsupport::Environment environment{{"http_proxy", "http://127.0.0.1:9"},
+                                               {"all_proxy", "http://127.0.0.1:9"}};
+    server.expect({Step::send(httpReply(200))});
+    EXPECT_TRUE(send(get()).IsSuccess());
+}
+
+TEST_F(ExchangeConnectionTest, TakesTheEnvironmentsProxyWhenAllowed) {
+    const testsupport::Environment environment{{"http_proxy", "http://" + server.endpoint()},
+                                               {"no_proxy", ""}};
+    configuration.allowSystemProxy = true;
+    server.expect({Step::send(httpReply(200))});
+    ExchangeRequest request = get();
+    request.authority = "b.s3.example.com";
+    EXPECT_TRUE(send(request).IsSuccess());
+    EXPECT_EQ(seen().at(0).target, "http://b.s3.example.com/b/k");
+}
+
+TEST_F(ExchangeConnectionTest, IsNotUsedToAnswerWithAnotherRequestsCookies) {
+    server.expect({Step::send(httpReply(200, {{"Set-Cookie", "sid=abc; Path=/"}}))});
+    server.expect({Step::send(httpReply(200))});
+    const Exchange exchange(configuration, credentials);
+    exchange.send(get(), judgeByStatus);
+    exchange.send(get(), judgeByStatus);
+    EXPECT_FALSE(seen().at(1).hasHeader("Cookie"));
+}
+
+class FailingProvider : public Aws::Auth::AWSCredentialsProvider {
+public:
+    Aws::Auth::AWSCredentials GetAWSCredentials() override {
+        if (fails) throw std::runtime_error("no credentials today");
+        return {"A", "S"};
+    }
+    bool fails = true;
+};
+
+TEST_F(ExchangeConnectionTest, IsNotLostWhenTheCredentialsProviderThrows) {
+    const auto provider = std::make_shared<FailingProvider>();
+    credentials = provider;
+    configuration.maxConnections = 1;
+    server.expect({Step::send(httpReply(200))});
+    const Exchange exchange(configuration, credentials);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_THROW(exchange.send(get(), judgeByStatus), std::runtime_error);
+    provider->fails = false;
+    EXPECT_TRUE(exchange.send(get(), judgeByStatus).IsSuccess());
+}
+
+TEST_F(ExchangeConnectionTest, IsSharedByMoreThreadsThanThereAre) {
+    constexpr int threadCount = 8;
+    constexpr int callsEach = 5;
+    configuration.maxConnections = 2;
+    for (int i = 0; i < threadCount * callsEach; ++i)
+        server.expect({Step::send(httpReply(200, {}, "hello"))});
+    const Exchange exchange(configuration, credentials);
+    std::atomic<int> right{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&] {
+            for (int call = 0; call < callsEach; ++call) {
+                if (bodyOf(exchange.send(get(), judgeByStatus)) == "hello") ++right;
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(right, threadCount * callsEach);
+    for (const int connection : connections())
+        EXPECT_LE(connection, 2);
+}
+
+TEST_F(ExchangeConnectionTest, IsFreeForOthersWhileFailedCallsWaitForTheirRetry) {
+    configuration.maxConnections = 1;
+    configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(3, 5);
+    constexpr int threadCount = 6;
+    for (int i = 0; i < threadCount * 4; ++i)
+        server.expect({Step::send(httpReply(503))});
+    const Exchange exchange(configuration, credentials);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&] { EXPECT_FALSE(exchange.send(get(), judgeByStatus).IsSuccess()); });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(server.unusedScripts(), 0U);
+    EXPECT_EQ(server.unexpectedRequests(), 0U);
+}
+
+}  // namespace
