@@ -41,9 +41,9 @@ std::string makeFolder() {
 
 CleanEnvironment::CleanEnvironment() : home_(makeFolder()) {
     for (const std::string& name : harmfulVariables())
-        unsetenv(name.c_str());
-    setenv("HOME", home_.c_str(), 1);
-    setenv("AWS_EC2_METADATA_DISABLED", "true", 1);
+        variables_.unset(name);
+    variables_.set("HOME", home_);
+    variables_.set("AWS_EC2_METADATA_DISABLED", "true");
 }
 
 CleanEnvironment::~CleanEnvironment() {

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "support/Environment.hpp"
+
 #include <filesystem>
 
 namespace replay {
 
 /// The environment of the recording: an empty home folder, no variable of the SDK, of proxies or of
-/// certificate stores, metadata lookup off. Make it before there are threads; it doesn't put the old
-/// environment back.
+/// certificate stores, metadata lookup off. The old one is back at the end. Not for use while another thread
+/// reads the environment.
 class CleanEnvironment {
 public:
     CleanEnvironment();
@@ -16,6 +18,7 @@ public:
 
 private:
     std::filesystem::path home_;
+    testsupport::Environment variables_;
 };
 
 }  // namespace replay

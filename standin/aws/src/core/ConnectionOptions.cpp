@@ -8,7 +8,7 @@ namespace {
 using Aws::Client::ClientConfiguration;
 
 /// In bytes. Larger than libcurl's own, for fewer calls a transfer.
-constexpr long bufferSize = 262144;
+constexpr long bufferSize = 131072;
 
 /// libcurl counts silence in whole seconds.
 long silenceSeconds(long milliseconds) {

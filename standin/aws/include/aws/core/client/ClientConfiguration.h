@@ -19,8 +19,8 @@ struct ClientConfiguration {
     Aws::String userAgent;  ///< empty: the SDK's own
     Aws::Http::Scheme scheme = Aws::Http::Scheme::HTTPS;
     Aws::String region = "us-east-1";
-    Aws::String profileName = "default";
-    Aws::String endpointOverride;  ///< host, host:port or a URL; empty: the service's own endpoint
+    Aws::String profileName = "default";  ///< for credentials providers; the client itself reads no profile
+    Aws::String endpointOverride;         ///< host, host:port or a URL; empty: the service's own endpoint
     bool useDualStack = false;
     bool useFIPS = false;
 
@@ -47,9 +47,8 @@ struct ClientConfiguration {
 
     FollowRedirectsPolicy followRedirects = FollowRedirectsPolicy::DEFAULT;
     bool disableExpectHeader = false;
-    bool enableClockSkewAdjustment = true;
-    bool enableHostPrefixInjection = true;
-    bool disableIMDS = false;
+    bool enableClockSkewAdjustment = true;  ///< corrects the signing time by the service's clock
+    bool disableIMDS = false;               ///< for credentials providers
 };
 
 }  // namespace Aws::Client
