@@ -32,12 +32,11 @@ struct Befall {
         service.answer(exchange);
         return {std::nullopt, 0, Ending::Close};
     }
-    Delivery operator()(const fault::Delay& what) const {
-        faults.wait(what.time);
-        return {service.answer(exchange)};
-    }
-    Delivery operator()(const fault::Stall&) const {
-        faults.waitForRelease();
+    Delivery operator()(const fault::Delay& what) const { return answerIf(faults.wait(what.time)); }
+    Delivery operator()(const fault::Stall&) const { return answerIf(faults.waitForRelease()); }
+    /// A request that was held while the server stopped isn't performed any more.
+    Delivery answerIf(bool wanted) const {
+        if (!wanted) return {std::nullopt, 0, Ending::Close};
         return {service.answer(exchange)};
     }
 };

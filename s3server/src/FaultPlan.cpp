@@ -34,15 +34,16 @@ std::optional<fault::Action> FaultPlan::take(std::string_view operation, const R
     return std::nullopt;
 }
 
-void FaultPlan::wait(std::chrono::milliseconds time) {
+bool FaultPlan::wait(std::chrono::milliseconds time) {
     std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, time, [this] { return ended_; });
+    return !changed_.wait_for(lock, time, [this] { return ended_; });
 }
 
-void FaultPlan::waitForRelease() {
+bool FaultPlan::waitForRelease() {
     std::unique_lock lock(mutex_);
     const std::size_t before = releases_;
     changed_.wait(lock, [this, before] { return ended_ || releases_ != before; });
+    return !ended_;
 }
 
 void FaultPlan::release() {

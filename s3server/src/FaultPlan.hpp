@@ -22,10 +22,10 @@ public:
     /// What is to befall this request, if anything; counts it.
     std::optional<fault::Action> take(std::string_view operation, const Request& request);
 
-    /// Returns after that time, or at once when the plan is ended.
-    void wait(std::chrono::milliseconds time);
-    /// Returns when release() is called, or at once when the plan is ended.
-    void waitForRelease();
+    /// Returns true after that time, false as soon as the plan is ended.
+    [[nodiscard]] bool wait(std::chrono::milliseconds time);
+    /// Returns true when release() is called, false as soon as the plan is ended.
+    [[nodiscard]] bool waitForRelease();
     void release();
     /// Lets everybody go who waits now or later.
     void end();

@@ -94,9 +94,9 @@ const std::string* Request::parameter(std::string_view name) const {
     return findHeader(query, name);
 }
 
-std::string Request::parameterOr(std::string_view name, std::string fallback) const {
+std::string Request::parameterOr(std::string_view name, std::string_view otherwise) const {
     const std::string* const value = parameter(name);
-    return value ? *value : std::move(fallback);
+    return value ? *value : std::string(otherwise);
 }
 
 std::string bucketOfHost(std::string_view hostHeader, const std::vector<std::string>& hostNames) {

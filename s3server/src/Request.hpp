@@ -30,7 +30,7 @@ struct Request {
     bool hasHeader(std::string_view name) const;
     /// The first query parameter of that name; null if there is none.
     const std::string* parameter(std::string_view name) const;
-    std::string parameterOr(std::string_view name, std::string fallback) const;
+    std::string parameterOr(std::string_view name, std::string_view otherwise) const;
 };
 
 /// Takes the target apart and finds bucket and key, by the path or by the host name ("Virtual hosting of

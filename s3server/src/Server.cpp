@@ -21,7 +21,7 @@ std::string endpointText(const std::string& address, std::uint16_t port) {
 
 }  // namespace
 
-Server::Server(Options options)
+Server::Server(const Options& options)
     : address_(options.address),
       service_(std::make_unique<Service>(options)),
       faults_(std::make_unique<FaultPlan>()),

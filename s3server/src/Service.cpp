@@ -90,6 +90,7 @@ void Service::authorize(Exchange& exchange, std::optional<ChunkSignatures>& sign
 }
 
 Reply Service::answer(Exchange& exchange) {
+    if (exchange.refusal_) return refuse(exchange.request(), *exchange.refusal_);
     try {
         return perform(exchange);
     } catch (const S3Error& error) {
@@ -100,7 +101,6 @@ Reply Service::answer(Exchange& exchange) {
 }
 
 Reply Service::perform(Exchange& exchange) {
-    if (exchange.refusal_) throw *exchange.refusal_;
     const Payload payload = exchange.receiver_->finish(exchange.request());
     const auto seconds = std::chrono::floor<std::chrono::seconds>(now());
     Reply reply = exchange.route_->perform({exchange.request(), payload, store_, seconds});

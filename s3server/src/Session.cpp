@@ -73,14 +73,15 @@ std::string headText(const Request& request, const Reply& reply, TimePoint now, 
     http::response<http::empty_body> head;
     head.version(11);
     head.result(static_cast<unsigned>(reply.status));
-    if (head.reason().empty()) head.reason("Unknown");
     for (const auto& [name, value] : reply.headers)
         head.insert(name, value);
-    if (head.count(http::field::date) == 0) head.set(http::field::date, httpDate(now));
-    head.set(http::field::server, "s3server");
-    const bool lengthGiven = head.count(http::field::content_length) != 0;
-    if (!lengthGiven && announcesLength(request, reply))
-        head.set(http::field::content_length, std::to_string(reply.body.size()));
+    const auto setIfMissing = [&head](http::field name, const std::string& value) {
+        if (head.count(name) == 0) head.set(name, value);
+    };
+    setIfMissing(http::field::date, httpDate(now));
+    setIfMissing(http::field::server, "s3server");
+    if (announcesLength(request, reply))
+        setIfMissing(http::field::content_length, std::to_string(reply.body.size()));
     if (!keepAlive) head.set(http::field::connection, "close");
     std::ostringstream text;
     text << head.base();

@@ -48,7 +48,10 @@ std::string hexSha256(std::string_view text) {
 }  // namespace
 
 std::string CredentialScope::text() const {
-    return date + '/' + region + '/' + service + "/aws4_request";
+    std::string text = date;
+    for (const std::string& part : {region, service})
+        text.append("/").append(part);
+    return text.append("/aws4_request");
 }
 
 std::string canonicalQuery(const Request& request) {
@@ -56,11 +59,12 @@ std::string canonicalQuery(const Request& request) {
     for (const auto& [name, value] : request.query)
         if (name != "X-Amz-Signature") parameters.emplace_back(percentEncoded(name), percentEncoded(value));
     std::sort(parameters.begin(), parameters.end());
-    std::vector<std::string> pairs;
-    pairs.reserve(parameters.size());
-    for (const auto& [name, value] : parameters)
-        pairs.push_back(name + '=' + value);
-    return joined(pairs, '&');
+    std::string text;
+    for (const auto& [name, value] : parameters) {
+        if (!text.empty()) text += '&';
+        text.append(name).append("=").append(value);
+    }
+    return text;
 }
 
 std::string canonicalRequest(const Request& request, const std::vector<std::string>& signedHeaders,

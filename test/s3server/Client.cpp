@@ -105,7 +105,7 @@ Answer Client::send(const std::string& method, const std::string& target, const 
 
     curl_slist* list = nullptr;
     for (const auto& [name, value] : headers)
-        list = curl_slist_append(list, (name + ": " + value).c_str());
+        list = curl_slist_append(list, std::string(name).append(": ").append(value).c_str());
     const std::unique_ptr<curl_slist, void (*)(curl_slist*)> freed(list, curl_slist_free_all);
     curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, list);
 

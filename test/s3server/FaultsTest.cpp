@@ -134,15 +134,17 @@ TEST_F(Faults, HoldAnAnswerUntilItIsReleased) {
 }
 
 TEST_F(Faults, DontKeepTheServerFromStopping) {
-    server.plan(Fault::stall());
+    server.plan(Fault::stall().on("PutObject"));
     server.plan(Fault::delay(std::chrono::hours(1)));
-    auto first = std::async(std::launch::async, [this] { return Client(server.endpoint()).get("/demo/k"); });
+    auto first =
+        std::async(std::launch::async, [this] { return Client(server.endpoint()).put("/demo/new", "x"); });
     auto second = std::async(std::launch::async, [this] { return Client(server.endpoint()).get("/demo/k"); });
     while (server.plannedFaultsLeft() != 0)
         std::this_thread::yield();
     server.stop();
-    first.get();
-    second.get();
+    EXPECT_NE(first.get().failure, "");
+    EXPECT_NE(second.get().failure, "");
+    EXPECT_EQ(server.object("demo", "new"), std::nullopt) << "what was held isn't performed";
 }
 
 }  // namespace

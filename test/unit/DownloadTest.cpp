@@ -119,6 +119,14 @@ TEST_F(Download, RaisesTheLastErrorAfterItsRecord) {
     EXPECT_EQ(log.records().size(), 1u);
 }
 
+TEST_F(Download, SleepsOnItsOwnThread) {
+    client = clientWith({1, 20});
+    EXPECT_CALL(*s3, GetObject(_)).WillOnce([](auto&) { return missing(); });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THROW(client->download("k", out, 0, 0), ResourceNotFoundException);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 20ms);
+}
+
 TEST_F(Download, WithoutAttemptsSendsNoGetObjectAndStillChecksTheRegion) {
     client = clientWith({0, 1000});
     EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return locatedIn("eu-west-3"); });
@@ -184,6 +192,19 @@ TEST_F(AttemptDownload, NeverGoesBackToTheRangeThatWasRefused) {
     const auto answer = [&] { return requests.size() == 1 ? rangeNotSatisfiable() : missing(); };
     attempt({3, 0}, 0, 99, answer);
     EXPECT_THAT(requests, ElementsAre(Pair(0, 99), Pair(0, 0), Pair(0, 0)));
+}
+
+TEST_F(AttemptDownload, KeepsTheRangeAfterAnyOtherFailure) {
+    attempt({2, 0}, 0, 99, missing);
+    EXPECT_THAT(requests, ElementsAre(Pair(0, 99), Pair(0, 99)));
+}
+
+TEST_F(AttemptDownload, AnnouncesThePauseBeforeItSleeps) {
+    LogCapture log({clientChannel}, 4);
+    const auto sleep = [&](auto) { EXPECT_EQ(log.texts().back(), "Internal error: retrying..."); };
+    attemptDownload(
+        {1, 10}, 0, 0, [](auto, auto) { return missing(); }, sleep);
+    EXPECT_EQ(log.records().size(), 2u);
 }
 
 TEST_F(AttemptDownload, WithoutAttemptsHasAnEmptyError) {

@@ -3,6 +3,8 @@
 #include <aws/s3/model/DeleteObjectResult.h>
 #include <aws/s3/model/HeadObjectResult.h>
 
+#include <sstream>
+
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;
@@ -14,7 +16,6 @@ using ::testing::_;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
-using ::testing::StartsWith;
 
 /// Errors reach the translation through `remove`, whose failure is nothing but the failure step.
 class ErrorTranslation : public CloudClientTest {
@@ -55,6 +56,11 @@ TEST_F(ErrorTranslation, TakesUnknownKeysAndSignaturesForRefusedPermission) {
     expectRemoveToThrow<PermissionDeniedException>(u"invalid_access_key_id");
     removeFailsWith(s3Error(S3Errors::UNKNOWN, "SignatureDoesNotMatch"));
     expectRemoveToThrow<PermissionDeniedException>(u"signature_does_not_match");
+}
+
+TEST_F(ErrorTranslation, PrefersTheNameToA404InTheMessage) {
+    removeFailsWith(s3Error(S3Errors::UNKNOWN, "InvalidAccessKeyId", "404"));
+    expectRemoveToThrow<PermissionDeniedException>(u"invalid_access_key_id");
 }
 
 TEST_F(ErrorTranslation, ComparesNamesWholeAndByCase) {
@@ -104,6 +110,15 @@ TEST_F(ErrorTranslation, TakesAnEmptyLocationForTheEmptyName) {
     expectRemoveToThrow<InvalidLocationException>(u"bad_region");
 }
 
+TEST_F(ErrorTranslation, FindsAnEmptyLocationEqualToAnEmptyRegion) {
+    client = clientWith({5, 0}, "");
+    removeFailsWith(s3Error(S3Errors::UNKNOWN));
+    EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) {
+        return Aws::S3::Model::GetBucketLocationOutcome(Aws::S3::Model::GetBucketLocationResult());
+    });
+    expectRemoveToThrow<UnknownErrorException>(noIdentifier);
+}
+
 TEST_F(ErrorTranslation, GivesUpWhenTheLocationIsRefused) {
     removeFailsWith(s3Error(S3Errors::UNKNOWN));
     EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return s3Error(S3Errors::ACCESS_DENIED); });
@@ -122,8 +137,11 @@ TEST_F(ErrorTranslation, LeavesTheErrorInTheLogBeforeItThrows) {
 
 TEST_F(ErrorTranslation, DoesNotLogTheFailureOfTheRegionCheck) {
     removeFailsWith(s3Error(S3Errors::UNKNOWN));
-    EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return s3Error(S3Errors::ACCESS_DENIED); });
     LogCapture log({clientChannel}, 512);
+    EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([&](auto&) {
+        EXPECT_EQ(log.records().size(), 1u) << "the record comes before the translation";
+        return s3Error(S3Errors::ACCESS_DENIED);
+    });
     expectRemoveToThrow<UnknownErrorException>(noIdentifier);
     EXPECT_EQ(log.records().size(), 1u);
 }

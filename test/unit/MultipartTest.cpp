@@ -304,6 +304,7 @@ TEST_F(CompleteMultipartUpload, SendsThePartsInTheOrderGiven) {
 
 TEST_F(CompleteMultipartUpload, SendsAnEmptyListAndRaisesTheAnswer) {
     EXPECT_CALL(*s3, CompleteMultipartUpload(_)).WillOnce([](const auto& request) {
+        EXPECT_TRUE(request.MultipartUploadHasBeenSet());
         EXPECT_TRUE(request.GetMultipartUpload().GetParts().empty());
         return s3Error(S3Errors::UNKNOWN, "MalformedXML", "The XML you provided was not well-formed");
     });

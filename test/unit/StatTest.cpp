@@ -70,12 +70,13 @@ protected:
 };
 
 TEST_F(CheckRootValidity, IsSatisfiedByHeadBucket) {
-    EXPECT_CALL(*s3, HeadBucket(_)).WillOnce([](auto&) {
+    EXPECT_CALL(*s3, HeadBucket(_)).Times(2).WillRepeatedly([](auto&) {
         return Aws::S3::Model::HeadBucketOutcome(Aws::S3::Model::HeadBucketResult());
     });
     LogCapture log({clientChannel}, 2);
     EXPECT_NO_THROW(client->checkRootValidity("/not/looked/at"));
-    ASSERT_EQ(log.records().size(), 1u);
+    EXPECT_NO_THROW(client->checkRootValidity(""));
+    ASSERT_EQ(log.records().size(), 2u);
     EXPECT_EQ(log.records()[0].text, " m_bucket=b");
 }
 
@@ -97,6 +98,15 @@ TEST_F(CheckRootValidity, RefusesAnyRegionWhenNoneIsConfigured) {
     client = clientWith({5, 0}, "");
     headBucketIsDenied();
     EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return locatedIn("us-west-2"); });
+    expectFailure<InvalidLocationException>(u"bad_region", [&] { client->checkRootValidity("/"); });
+}
+
+TEST_F(CheckRootValidity, RefusesAnEmptyLocationForANamedRegion) {
+    client = clientWith({5, 0}, "us-east-1");
+    headBucketIsDenied();
+    EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) {
+        return Aws::S3::Model::GetBucketLocationOutcome(Aws::S3::Model::GetBucketLocationResult());
+    });
     expectFailure<InvalidLocationException>(u"bad_region", [&] { client->checkRootValidity("/"); });
 }
 

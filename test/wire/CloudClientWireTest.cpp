@@ -70,7 +70,7 @@ auto startMultipartUpload(std::string key) {
 auto uploadPart(std::string key, std::string content) {
     return [=](S3CloudClient& client) {
         std::istringstream in(content);
-        return client.uploadPart(key, "ID", {1, 10, 20, ""}, in);
+        return client.uploadPart(key, "ID", {1, 10, 3, ""}, in);
     };
 }
 
@@ -115,8 +115,8 @@ const ErrorReply denied = errorReply(403, "AccessDenied", "Access Denied");
 const ErrorReply missingKey = errorReply(404, "NoSuchKey", "The specified key does not exist.");
 const ErrorReply badRange = errorReply(416, "InvalidRange", "The requested range is not satisfiable");
 
-const std::vector<Conversation>& conversations() {
-    static const std::vector<Conversation> all = {
+const std::vector<WireCase>& conversations() {
+    static const std::vector<WireCase> all = {
         {"StatOfAnObject",
          stat("dir/a b.txt"),
          {{"HEAD /b/dir/a%20b.txt", httpReply(200, objectHeaders)}},
@@ -263,7 +263,7 @@ const std::vector<Conversation>& conversations() {
          {{"PUT /b/k?partNumber=2&uploadId=ID\ncontent-length: 7", httpReply(200, {{"ETag", "\"t\""}}),
            "content"}},
          "\"t\"",
-         {"2  m_bucket=b key=k uploadId=ID info=PartInfo{Index=1,Offset=10,Size=20,Tag=\"\"}"}},
+         {"2  m_bucket=b key=k uploadId=ID info=PartInfo{Index=1,Offset=10,Size=3,Tag=\"\"}"}},
 
         {"MultipartReuse",
          reusePart("dir/a b"),
@@ -311,7 +311,7 @@ const std::vector<Conversation>& conversations() {
 
 }  // namespace
 
-class CloudClientOnTheWire : public ::testing::TestWithParam<Conversation> {};
+class CloudClientOnTheWire : public ::testing::TestWithParam<WireCase> {};
 
 TEST_P(CloudClientOnTheWire, GoesAsWritten) {
     expectConversation(GetParam());

@@ -27,7 +27,7 @@ constexpr ErrorRow explained[] = {
      "PermissionDeniedException(signature_does_not_match)"},
 };
 
-Conversation removal(const ErrorRow& row) {
+WireCase removal(const ErrorRow& row) {
     const auto answer = errorReply(row.status, row.code, row.message);
     return {row.name,
             [](auto& client) -> std::string {
@@ -49,8 +49,8 @@ ErrorReply unknownError(int status, const std::string& code, const std::string& 
     return answer;
 }
 
-Conversation unexplainedRemoval(const std::string& name, const ErrorReply& failure,
-                                const std::string& locationReply, const std::string& outcome) {
+WireCase unexplainedRemoval(const std::string& name, const ErrorReply& failure,
+                            const std::string& locationReply, const std::string& outcome) {
     return {name,
             [](auto& client) -> std::string {
                 client.remove("k");
@@ -61,8 +61,8 @@ Conversation unexplainedRemoval(const std::string& name, const ErrorReply& failu
             {"2  m_bucket=b key=k", failure.record}};
 }
 
-std::vector<Conversation> conversations() {
-    std::vector<Conversation> all;
+std::vector<WireCase> conversations() {
+    std::vector<WireCase> all;
     for (const auto& row : explained)
         all.push_back(removal(row));
 
@@ -87,7 +87,7 @@ std::vector<Conversation> conversations() {
 
 }  // namespace
 
-class ErrorsOnTheWire : public ::testing::TestWithParam<Conversation> {};
+class ErrorsOnTheWire : public ::testing::TestWithParam<WireCase> {};
 
 TEST_P(ErrorsOnTheWire, BecomeOneException) {
     expectConversation(GetParam());

@@ -29,7 +29,7 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
-std::string outcomeOf(const Conversation& conversation, storage::s3provider::S3CloudClient& client) {
+std::string outcomeOf(const WireCase& conversation, storage::s3provider::S3CloudClient& client) {
     try {
         return conversation.call(client);
     } catch (const storage::cloudprovider::CloudException& failure) {
@@ -51,7 +51,7 @@ std::string asWritten(const SeenRequest& request, const std::string& expected) {
     return text;
 }
 
-void expectRequests(const Conversation& conversation, const ScriptedServer& server) {
+void expectRequests(const WireCase& conversation, const ScriptedServer& server) {
     EXPECT_EQ(server.unusedScripts(), 0u) << "lines of the conversation were never reached";
     EXPECT_EQ(server.unexpectedRequests(), 0u);
     const auto requests = server.requests();
@@ -71,11 +71,11 @@ std::vector<std::string> asWritten(const std::vector<LoggedRecord>& records) {
 
 }  // namespace
 
-void PrintTo(const Conversation& conversation, std::ostream* out) {
+void PrintTo(const WireCase& conversation, std::ostream* out) {
     *out << conversation.name;
 }
 
-void expectConversation(const Conversation& conversation) {
+void expectConversation(const WireCase& conversation) {
     std::vector<Script> scripts;
     for (const auto& line : conversation.lines)
         scripts.push_back({Step::send(line.reply)});

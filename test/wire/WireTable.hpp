@@ -22,7 +22,7 @@ struct Line {
 
 /// One call of a cloud client of bucket "b", region eu-west-3, told from the wire: what the server hears and
 /// says, what the caller gets, and what the log holds.
-struct Conversation {
+struct WireCase {
     std::string name;                                                      ///< of the test; letters only
     std::function<std::string(storage::s3provider::S3CloudClient&)> call;  ///< returns the result as text
     std::vector<Line> lines;                                               ///< all of them, in order
@@ -32,10 +32,10 @@ struct Conversation {
     std::string region = "eu-west-3";
 };
 
-void PrintTo(const Conversation& conversation, std::ostream* out);
+void PrintTo(const WireCase& conversation, std::ostream* out);
 
 /// Plays the conversation and expects it to go exactly as written.
-void expectConversation(const Conversation& conversation);
+void expectConversation(const WireCase& conversation);
 
 /// An SDK client for a server at `endpoint` ("host:port") over HTTP that never retries by itself.
 std::shared_ptr<Aws::S3::S3Client> plainClient(const std::string& endpoint);

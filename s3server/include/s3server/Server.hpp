@@ -23,7 +23,7 @@ class RequestLog;
 class Server {
 public:
     /// Throws std::runtime_error if the address can't be bound or a TLS file can't be used.
-    explicit Server(Options options = {});
+    explicit Server(const Options& options = {});
     ~Server();
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;

@@ -16,12 +16,12 @@ public:
     using ExceptionContext = foundation::storage::provider::ExceptionContext;
 
     CloudException(const std::string& message, std::optional<ExceptionContext> context)
-        : std::runtime_error(message), context_(std::move(context)) {}
+        : std::runtime_error(message), m_context(std::move(context)) {}
 
-    const std::optional<ExceptionContext>& context() const { return context_; }
+    const std::optional<ExceptionContext>& context() const { return m_context; }
 
 private:
-    std::optional<ExceptionContext> context_;
+    std::optional<ExceptionContext> m_context;
 };
 
 /// The service doesn't know or accept the credentials.

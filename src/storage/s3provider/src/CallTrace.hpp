@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/current_function.hpp>
 #include <exception>
 #include <foundation/log/diagnostic_logger.hpp>
 
@@ -28,30 +29,31 @@ struct CallSite {
 class CallTrace {
 public:
     CallTrace(foundation::log::diagnostic_logger& logger, const CallSite& site) noexcept
-        : logger_(logger), site_(site), active_(logger.levelEnabled(LogCallEntry)) {
-        if (!active_) return;
-        exceptionsAtEntry_ = std::uncaught_exceptions();
-        writeRecord(logger_, LogCallEntry, site_.signature);
-        logger_.indent().increase();
+        : m_logger(logger), m_site(site), m_active(logger.levelEnabled(LogCallEntry)) {
+        if (!m_active) return;
+        m_exceptionsAtEntry = std::uncaught_exceptions();
+        writeRecord(m_logger, LogCallEntry, m_site.signature);
+        m_indented = withoutFailing([&] { m_logger.indent().increase(); });
     }
 
     ~CallTrace() {
-        if (!active_) return;
-        logger_.indent().decrease();
-        const bool thrown = std::uncaught_exceptions() > exceptionsAtEntry_;
-        writeRecord(logger_, LogCallExit, site_.signature, thrown ? " [throw]" : "");
+        if (!m_active) return;
+        if (m_indented) withoutFailing([&] { m_logger.indent().decrease(); });
+        const bool thrown = std::uncaught_exceptions() > m_exceptionsAtEntry;
+        writeRecord(m_logger, LogCallExit, m_site.signature, thrown ? " [throw]" : "");
     }
 
     CallTrace(const CallTrace&) = delete;
     CallTrace& operator=(const CallTrace&) = delete;
 
-    bool active() const noexcept { return active_; }
+    bool active() const noexcept { return m_active; }
 
 private:
-    foundation::log::diagnostic_logger& logger_;
-    CallSite site_;
-    bool active_;
-    int exceptionsAtEntry_ = 0;
+    foundation::log::diagnostic_logger& m_logger;
+    CallSite m_site;
+    bool m_active;
+    bool m_indented = false;
+    int m_exceptionsAtEntry = 0;
 };
 
 /// Traces the value a call is about to return, framed like a call of its own.

@@ -3,6 +3,7 @@
 #include <boost/log/sources/record_ostream.hpp>
 #include <foundation/log/diagnostic_logger.hpp>
 #include <locale>
+#include <ostream>
 #include <type_traits>
 #include <utility>
 
@@ -34,21 +35,33 @@ void insertPiece(std::ostream& out, const Piece& piece) {
 
 }  // namespace detail
 
-/// Writes one record made of `pieces` whatever the mask says, unless the logging core is disabled.
-/// Never throws: a log that can't be written must not change what an operation does.
+/// Does something for the log, and tells whether it went well: a log that fails must not change what an
+/// operation does.
+template <class Action>
+bool withoutFailing(Action&& action) noexcept {
+    try {
+        action();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+/// Writes one record made of `pieces` whatever the mask says, unless the logging core is disabled. A record
+/// whose text can't be made whole is dropped.
 template <class... Pieces>
 void writeRecord(foundation::log::diagnostic_logger& logger, LogLevel level,
                  const Pieces&... pieces) noexcept {
-    try {
+    withoutFailing([&] {
         auto record = logger.openRecord(level);
         if (!record) return;
         boost::log::record_ostream out(record);
         out.stream().imbue(std::locale::classic());  // numbers without the host locale's digit groups
         (detail::insertPiece(out.stream(), pieces), ...);
+        if (out.stream().bad()) return;
         out.detach_from_record();
         logger.pushRecord(std::move(record));
-    } catch (...) {  // NOLINT(bugprone-empty-catch)
-    }
+    });
 }
 
 /// Writes one record made of `pieces` when its level is enabled. Costs one test of the mask when it isn't:

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <aws/core/http/HttpResponse.h>
 #include <aws/s3/S3ServiceClientModel.h>
 #include <aws/s3/model/GetObjectResult.h>
 
@@ -8,24 +7,21 @@
 #include <cstdint>
 #include <functional>
 
-#include "DiagnosticRecord.hpp"
 #include "S3ClientConfiguration.hpp"
-#include "S3ClientLogger.hpp"
-#include "S3ErrorTranslation.hpp"
 
 namespace storage::s3provider {
 
 /// Sends one GetObject for bytes `start` to `end`, both included; for the whole object when start >= end.
-using GetBytes = std::function<Aws::S3::Model::GetObjectOutcome(std::uint64_t start, std::uint64_t end)>;
+using ByteSource = std::function<Aws::S3::Model::GetObjectOutcome(std::uint64_t start, std::uint64_t end)>;
 
 /// Blocks the calling thread for a time. Called only with times above 0.
 using Sleeper = std::function<void(std::chrono::milliseconds)>;
 
-/// Calls `get` until it succeeds or the attempts are used up, and returns the last outcome; without attempts
-/// that of an empty error. `sleep` is called after every failed attempt, the last one included: a host that
-/// repeats the download itself then still leaves the service its pause.
+/// Asks `source` until it succeeds or the attempts are used up, and returns the last outcome; without
+/// attempts that of an empty error. `sleep` is called after every failed attempt, the last one included: a
+/// host that repeats the download itself then still leaves the service its pause.
 Aws::S3::Model::GetObjectOutcome attemptDownload(const S3ClientConfiguration& settings, std::uint64_t start,
-                                                 std::uint64_t end, const GetBytes& get,
+                                                 std::uint64_t end, const ByteSource& source,
                                                  const Sleeper& sleep);
 
 }  // namespace storage::s3provider

@@ -3,11 +3,11 @@
 #include <aws/s3/model/BucketLocationConstraint.h>
 #include <aws/s3/model/GetBucketLocationRequest.h>
 
-#include <boost/current_function.hpp>
 #include <storage/cloudprovider/CloudException.hpp>
 #include <utility>
 
 #include "CallTrace.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3ErrorTranslation.hpp"
 
 namespace storage::s3provider {
@@ -24,6 +24,11 @@ S3CloudClient::S3CloudClient(std::string bucket, std::shared_ptr<Aws::S3::S3Clie
 }
 
 S3CloudClient::~S3CloudClient() = default;
+
+void S3CloudClient::raiseFailure(const Aws::Client::AWSError<Aws::S3::S3Errors>& error) {
+    logRecord(s3ClientLogger(), LogFailedRequests, "Cloud operation failed: ", error);
+    throwCloudError(error);
+}
 
 void S3CloudClient::throwCloudError(const Aws::Client::AWSError<Aws::S3::S3Errors>& error) {
     if (const auto failure = explainError(error)) throwFailure(*failure);

@@ -13,16 +13,14 @@
 #include <string>
 #include <vector>
 
-#include "DiagnosticRecord.hpp"
 #include "S3ClientConfiguration.hpp"
-#include "S3ClientLogger.hpp"
 
 namespace storage::s3provider {
 
-/// One S3 bucket as the host's cloud client. Every operation is one S3 request on the calling thread (only
-/// `download` repeats it; an error that nothing explains costs one GetBucketLocation more), and every failed
-/// request ends in one exception of the storage::cloudprovider::CloudException family. Keys are full object
-/// keys in UTF-8, used as they are.
+/// One S3 bucket as the host's cloud client. An operation is one S3 request on the calling thread (`download`
+/// repeats it; an error that nothing explains costs one GetBucketLocation more), and a failed one ends in one
+/// exception of the storage::cloudprovider::CloudException family. `checkRootValidity` alone forgives, and
+/// sends more. Keys are full object keys in UTF-8, used as they are.
 ///
 /// Immutable after construction: any thread may call any operation at any time. A stream belongs to the
 /// caller and must not serve two calls at once.
@@ -37,8 +35,10 @@ public:
     /// such bucket).
     boost::optional<cloudprovider::EntryInfo> stat(const std::string& key) override;
 
-    /// Returns when the bucket is usable. InvalidLocationException "bad_region": it lives in another region
-    /// than the configured one; "invalid_bucket": its location can't be learnt. The path is not looked at.
+    /// Returns when the bucket is usable; one that refuses HeadBucket in the configured region is. Sends up
+    /// to three requests. InvalidLocationException "bad_region": it lives in another region;
+    /// "invalid_bucket": there is no such bucket, or its location is refused without a known reason. The path
+    /// is not looked at.
     void checkRootValidity(const std::string& path) override;
 
     /// One page of the entries below `prefix`: objects, then common prefixes (size 0, the time of the
@@ -86,11 +86,7 @@ public:
 
 private:
     // The end of every failed request: its record, then its exception.
-    template <class Outcome>
-    [[noreturn]] void raiseFailure(const Outcome& outcome) {
-        logRecord(s3ClientLogger(), LogFailedRequests, "Cloud operation failed: ", outcome.GetError());
-        throwCloudError(outcome.GetError());
-    }
+    [[noreturn]] void raiseFailure(const Aws::Client::AWSError<Aws::S3::S3Errors>& error);
 
     [[noreturn]] void throwCloudError(const Aws::Client::AWSError<Aws::S3::S3Errors>& error);
 

@@ -1,13 +1,15 @@
+#include <aws/core/http/HttpResponse.h>
 #include <aws/s3/model/GetObjectRequest.h>
 
-#include <boost/current_function.hpp>
 #include <ostream>
 #include <thread>
 
 #include "ByteRange.hpp"
 #include "CallTrace.hpp"
 #include "DownloadAttempts.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
+#include "S3ErrorTranslation.hpp"
 
 namespace storage::s3provider {
 
@@ -36,11 +38,11 @@ void sleepOnThisThread(std::chrono::milliseconds time) {
 }  // namespace
 
 GetObjectOutcome attemptDownload(const S3ClientConfiguration& settings, std::uint64_t start,
-                                 std::uint64_t end, const GetBytes& get, const Sleeper& sleep) {
+                                 std::uint64_t end, const ByteSource& source, const Sleeper& sleep) {
     GetObjectOutcome outcome{Aws::S3::S3Error()};
     const auto attempts = static_cast<std::uint64_t>(settings.attempts);
     for (std::uint64_t attempt = 0; attempt < attempts; ++attempt) {
-        outcome = get(start, end);
+        outcome = source(start, end);
         logRecord(s3ClientLogger(), LogResults, [&] { return describeOutcome(outcome); });
         if (outcome.IsSuccess()) break;
 
@@ -58,11 +60,11 @@ void S3CloudClient::download(const std::string& key, std::ostream& out, std::uin
     logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key, " start=", start,
               " end=", end);
 
-    const auto get = [&](std::uint64_t first, std::uint64_t last) {
+    const auto source = [&](std::uint64_t first, std::uint64_t last) {
         return m_client->GetObject(bytesRequest(m_bucket, key, first, last));
     };
-    const auto outcome = attemptDownload(m_configuration, start, end, get, sleepOnThisThread);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    const auto outcome = attemptDownload(m_configuration, start, end, source, sleepOnThisThread);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
     out << outcome.GetResult().GetBody().rdbuf();
 }
 

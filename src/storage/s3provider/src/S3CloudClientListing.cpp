@@ -1,10 +1,10 @@
 #include <aws/s3/model/ListObjectsV2Request.h>
 
-#include <boost/current_function.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <storage/cloudprovider/utils.hpp>
 
 #include "CallTrace.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 #include "UrlDecode.hpp"
 
@@ -51,7 +51,7 @@ std::vector<EntryInfo> S3CloudClient::list(const std::string& prefix, std::strin
               " continuationToken=", continuationToken, " options=", options);
 
     const auto outcome = m_client->ListObjectsV2(pageRequest(m_bucket, prefix, continuationToken, options));
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
 
     const auto& page = outcome.GetResult();
     auto entries = pageEntries(page);

@@ -7,12 +7,13 @@
 #include <aws/s3/model/UploadPartRequest.h>
 
 #include <algorithm>
-#include <boost/current_function.hpp>
 #include <boost/numeric/conversion/cast.hpp>
 #include <storage/cloudprovider/CloudException.hpp>
+#include <utility>
 
 #include "ByteRange.hpp"
 #include "CallTrace.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 #include "StreamBody.hpp"
 
@@ -67,7 +68,7 @@ std::string S3CloudClient::startMultipartUpload(const std::string& key, const st
     request.SetBucket(m_bucket);
     request.SetKey(key);
     const auto outcome = m_client->CreateMultipartUpload(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
 
     const std::string& uploadId = outcome.GetResult().GetUploadId();
     traceResult(s3ClientLogger(), S3PROVIDER_CALL_SITE, "out", uploadId);
@@ -87,7 +88,7 @@ std::string S3CloudClient::uploadPart(const std::string& key, const std::string&
     request.SetPartNumber(partNumber(info));
     request.SetBody(bodyOver(in));
     const auto outcome = m_client->UploadPart(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
     return outcome.GetResult().GetETag();
 }
 
@@ -105,7 +106,7 @@ std::string S3CloudClient::reusePart(const std::string& key, const std::string& 
     request.SetCopySource(m_bucket + "/" + key);
     request.SetCopySourceRange(byteRange(info.Offset, info.Offset + info.Size - 1));
     const auto outcome = m_client->UploadPartCopy(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
     return outcome.GetResult().GetCopyPartResult().GetETag();
 }
 
@@ -118,7 +119,7 @@ void S3CloudClient::abortMultipartUpload(const std::string& key, const std::stri
     request.SetKey(key);
     request.SetUploadId(uploadId);
     const auto outcome = m_client->AbortMultipartUpload(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
 }
 
 void S3CloudClient::completeMultipartUpload(const std::string& key, const std::string& uploadId,
@@ -132,7 +133,7 @@ void S3CloudClient::completeMultipartUpload(const std::string& key, const std::s
     request.SetUploadId(uploadId);
     request.SetMultipartUpload(completedParts(parts));
     const auto outcome = m_client->CompleteMultipartUpload(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
 }
 
 }  // namespace storage::s3provider

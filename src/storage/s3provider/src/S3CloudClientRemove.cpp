@@ -1,8 +1,7 @@
 #include <aws/s3/model/DeleteObjectRequest.h>
 
-#include <boost/current_function.hpp>
-
 #include "CallTrace.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 
 namespace storage::s3provider {
@@ -15,7 +14,7 @@ void S3CloudClient::remove(const std::string& key) {
     request.SetBucket(m_bucket);
     request.SetKey(key);
     const auto outcome = m_client->DeleteObject(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
 }
 
 }  // namespace storage::s3provider

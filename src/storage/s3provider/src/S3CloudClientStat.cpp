@@ -1,11 +1,11 @@
 #include <aws/s3/model/HeadBucketRequest.h>
 #include <aws/s3/model/HeadObjectRequest.h>
 
-#include <boost/current_function.hpp>
 #include <storage/cloudprovider/CloudException.hpp>
 #include <storage/cloudprovider/utils.hpp>
 
 #include "CallTrace.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 
 namespace storage::s3provider {
@@ -37,7 +37,7 @@ boost::optional<EntryInfo> S3CloudClient::stat(const std::string& key) {
                          cloudprovider::utils::long2Ptime(result.GetLastModified().Millis()));
     }
     try {
-        raiseFailure(outcome);
+        raiseFailure(outcome.GetError());
     } catch (const cloudprovider::ResourceNotFoundException&) {
         return boost::none;
     }

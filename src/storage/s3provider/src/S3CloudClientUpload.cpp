@@ -1,8 +1,7 @@
 #include <aws/s3/model/PutObjectRequest.h>
 
-#include <boost/current_function.hpp>
-
 #include "CallTrace.hpp"
+#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 #include "StreamBody.hpp"
 
@@ -17,7 +16,7 @@ void S3CloudClient::upload(const std::string& key, std::istream& in, std::uint64
     request.SetKey(key);
     request.SetBody(bodyOver(in));
     const auto outcome = m_client->PutObject(request);
-    if (!outcome.IsSuccess()) raiseFailure(outcome);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
 }
 
 }  // namespace storage::s3provider

@@ -1,6 +1,7 @@
 #include "S3ErrorTranslation.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <storage/cloudprovider/CloudException.hpp>
 #include <string_view>

@@ -1,6 +1,7 @@
 #include "UrlDecode.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <locale>
 #include <sstream>
 

@@ -223,6 +223,7 @@ TEST_F(ExchangeConnectionTest, IsSharedByMoreThreadsThanThereAre) {
     const Exchange exchange(configuration, credentials);
     std::atomic<int> right{0};
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([&] {
             for (int call = 0; call < callsEach; ++call) {
@@ -245,6 +246,7 @@ TEST_F(ExchangeConnectionTest, IsFreeForOthersWhileFailedCallsWaitForTheirRetry)
         server.expect({Step::send(httpReply(503))});
     const Exchange exchange(configuration, credentials);
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([&] { EXPECT_FALSE(exchange.send(get(), judgeByStatus).IsSuccess()); });
     }

@@ -4,8 +4,6 @@
 
 using namespace standin::aws;
 using Aws::Client::FollowRedirectsPolicy;
-using Aws::Http::HttpMethod;
-using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using testsupport::httpReply;
 using testsupport::ScriptedServer;

@@ -7,7 +7,6 @@ using Aws::Http::HttpMethod;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
-using ::testing::StartsWith;
 using testsupport::httpReply;
 using testsupport::SeenRequest;
 using testsupport::Step;

@@ -9,17 +9,17 @@ namespace foundation::storage::provider {
 /// decide.
 class ExceptionContext {
 public:
-    explicit ExceptionContext(std::u16string text) : text_(std::move(text)) {}
+    explicit ExceptionContext(std::u16string text) : m_text(std::move(text)) {}
 
-    const std::u16string& text() const { return text_; }
+    const std::u16string& text() const { return m_text; }
 
     friend bool operator==(const ExceptionContext& a, const ExceptionContext& b) {
-        return a.text_ == b.text_;
+        return a.m_text == b.m_text;
     }
     friend bool operator!=(const ExceptionContext& a, const ExceptionContext& b) { return !(a == b); }
 
 private:
-    std::u16string text_;
+    std::u16string m_text;
 };
 
 }  // namespace foundation::storage::provider
