@@ -1,15 +1,18 @@
 # Thin, over CMake's presets. `make demo` and `make test` need nothing but Debian 12, git and make.
 
-.PHONY: build demo test sanitizers lint format clean
+.PHONY: configure build demo test sanitizers lint format clean
 
 build_dir := build/dev
 
-build:
+configure:
 	tools/install-deps
 	cmake --preset dev $(CMAKE_ARGS)
+
+build: configure
 	cmake --build --preset dev
 
-demo: build
+demo: configure
+	cmake --build --preset dev --target s3provider_demo s3server s3vfs
 	tools/demo $(build_dir)
 
 test: build
