@@ -53,3 +53,17 @@ TEST(CloudClientDefaults, LeaveEveryChoiceAboutAnObjectToS3) {
                          httpReply(200, {}, "<InitiateMultipartUploadResult/>"));
     }
 }
+
+TEST(CloudClientDefaults, AreTheSameWhateverTheSecondArgumentOfAStartSays) {
+    std::vector<std::string> contentTypes;
+    for (const char* ignored : {"", "text/plain"}) {
+        ScriptedServer server({{Step::send(httpReply(200, {}, "<InitiateMultipartUploadResult/>"))}});
+        S3CloudClient client("b", plainClient(server.endpoint()), {1, 0}, "eu-west-3");
+        client.startMultipartUpload("k", ignored);
+        ASSERT_EQ(server.requests().size(), 1u);
+        EXPECT_EQ(server.requests()[0].target, "/b/k?uploads");
+        EXPECT_EQ(server.requests()[0].body, "");
+        contentTypes.push_back(server.requests()[0].header("content-type"));
+    }
+    EXPECT_EQ(contentTypes[0], contentTypes[1]);
+}
