@@ -107,11 +107,9 @@ std::unique_ptr<CoreError> judge(AnswerBody kind, ExchangeReply& reply,
     document.reset();
     const bool succeeded = reply.status >= 200 && reply.status < 300;
     if (succeeded && kind == AnswerBody::Content) return nullptr;
-    auto found = documentIn(reply);
-    if (!succeeded) return errorIn(reply, found.get());
-    if (found && reportsFailure(kind, *found)) return errorIn(reply, found.get());
-    document = std::move(found);
-    return nullptr;
+    document = documentIn(reply);
+    const bool failed = !succeeded || (document && reportsFailure(kind, *document));
+    return failed ? errorIn(reply, document.get()) : nullptr;
 }
 
 }  // namespace standin::aws::s3
