@@ -16,6 +16,7 @@ constexpr int badUsage = 2;
 constexpr const char* faultHelp = R"(
 Faults: ACTION[=VALUE][+SKIP][*TIMES][:OPERATION][@BUCKET[/KEY]]
   503                  answer that status, 300 to 999, with the usual error code; 503=CODE with that one
+  reply=STATUS,BODY    answer that status, 200 to 999, with that body, percent-encoded
   error-in-200=CODE    an Error document under status 200
   cut=BYTES            end the connection after so many bytes of the body
   delay=MILLISECONDS   answer later

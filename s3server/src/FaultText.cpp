@@ -2,6 +2,7 @@
 #include <array>
 #include <stdexcept>
 
+#include "Encoding.hpp"
 #include "Routes.hpp"
 #include "Text.hpp"
 #include "s3server/Fault.hpp"
@@ -22,6 +23,17 @@ Fault withoutValue(std::string_view value, Fault fault) {
     return fault;
 }
 
+/// STATUS or STATUS,BODY.
+Fault anyReply(std::string_view value) {
+    const auto [status, body] = splitAtFirst(value, ',');
+    const auto number = parseNumber(status);
+    if (!number || *number < 200 || *number > 999)
+        throw std::invalid_argument("'" + std::string(status) + "' is no status of 200 to 999");
+    const auto bytes = percentDecoded(body);
+    if (!bytes) throw std::invalid_argument("the body has a % without two hexadecimal digits behind it");
+    return Fault::reply(static_cast<int>(*number), {}, *bytes);
+}
+
 struct Action {
     std::string_view name;
     Fault (*make)(std::string_view value);
@@ -36,6 +48,7 @@ constexpr std::array actions{
     Action{
         "error-in-200",
         [](std::string_view v) { return Fault::errorIn200(v.empty() ? "InternalError" : std::string(v)); }},
+    Action{"reply", anyReply},
     Action{"stall", [](std::string_view v) { return withoutValue(v, Fault::stall()); }},
     Action{"reset", [](std::string_view v) { return withoutValue(v, Fault::reset()); }},
     Action{"reset-after-headers",

@@ -71,6 +71,9 @@ TEST(FaultText, ReadsEveryAction) {
     EXPECT_EQ(std::get<fault::CutAfter>(Fault::parse("cut=1000").action()).bytes, 1000u);
     EXPECT_EQ(std::get<fault::Delay>(Fault::parse("delay=250").action()).time.count(), 250);
     EXPECT_EQ(std::get<fault::ErrorIn200>(Fault::parse("error-in-200=SlowDown").action()).code, "SlowDown");
+    EXPECT_EQ(std::get<fault::Reply>(Fault::parse("reply=418").action()).status, 418);
+    EXPECT_EQ(std::get<fault::Reply>(Fault::parse("reply=200,%3Ctea%2F%3E*2:GetObject").action()).body,
+              "<tea/>");
     EXPECT_TRUE(std::holds_alternative<fault::Stall>(Fault::parse("stall").action()));
     EXPECT_TRUE(std::holds_alternative<fault::Reset>(Fault::parse("reset").action()));
     EXPECT_TRUE(
@@ -79,8 +82,9 @@ TEST(FaultText, ReadsEveryAction) {
 }
 
 TEST(FaultText, ThatMakesNoSenseIsRefusedWithTheReason) {
-    for (const char* const text : {"", "200", "1000", "cut", "cut=many", "delay=-1", "stall=1", "explode",
-                                   "503*x", "503+", "503*", "503:GetNothing", "503:", "503@", "99999999999"})
+    for (const char* const text : {"", "200", "1000", "cut", "cut=many", "delay=-1", "stall=1", "reply",
+                                   "reply=x", "reply=99", "reply=200,%zz", "explode", "503*x", "503+", "503*",
+                                   "503:GetNothing", "503:", "503@", "99999999999"})
         EXPECT_THROW(Fault::parse(text), std::invalid_argument) << text;
 }
 

@@ -71,8 +71,9 @@ public:
 
     /// Reads ACTION[=VALUE][+SKIP][*TIMES][:OPERATION][@BUCKET[/KEY]], for example "503*2:GetObject",
     /// "503=ServiceUnavailable", "cut=1000:GetObject@demo/big.bin", "delay=250+1". The actions are an HTTP
-    /// status of 300 to 999 (=CODE), cut (=BYTES), delay (=MILLISECONDS), error-in-200 (=CODE), stall,
-    /// reset, reset-after-headers and close. Throws std::invalid_argument.
+    /// status of 300 to 999 (=CODE), reply (=STATUS,BODY, the body percent-encoded), cut (=BYTES), delay
+    /// (=MILLISECONDS), error-in-200 (=CODE), stall, reset, reset-after-headers and close. Throws
+    /// std::invalid_argument.
     static Fault parse(std::string_view text);
 
     /// Only requests of that operation, such as "GetObject".
