@@ -1,6 +1,6 @@
 # Thin, over CMake's presets. `make demo` and `make test` need nothing but Debian 12, git and make.
 
-.PHONY: configure build demo test sanitizers lint format clean
+.PHONY: configure build demo test sanitizers bench lint format clean
 
 build_dir := build/dev
 
@@ -24,6 +24,11 @@ sanitizers:
 	for sanitizer in address undefined thread; do \
 	  tools/sanitize $$sanitizer || exit 1; \
 	done
+
+bench: configure
+	tools/install-deps bench
+	cmake --build --preset dev --target s3provider_bench
+	$(build_dir)/bench/s3provider_bench
 
 lint:
 	tools/install-deps lint

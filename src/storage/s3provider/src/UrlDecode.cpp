@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <locale>
 #include <sstream>
+#include <string_view>
 
 namespace storage::s3provider {
 
@@ -33,22 +35,37 @@ char decodeByte(char first, char second) {
     return static_cast<char>(readAsHexadecimal({first, second}));
 }
 
+constexpr auto nowhere = std::string_view::npos;
+
+void replaceAll(std::string& text, char from, char to) {
+    const std::string_view view = text;
+    for (auto place = view.find(from); place != nowhere; place = view.find(from, place + 1))
+        text[place] = to;
+}
+
+// `first` is where the first "%" stands.
+void decodePercentSequences(std::string& text, std::size_t first) {
+    const std::string_view view = text;
+    std::size_t written = first;
+    for (std::size_t read = first; read < text.size();) {
+        const bool isSequence = text.size() - read >= 3;
+        text[written++] = isSequence ? decodeByte(text[read + 1], text[read + 2]) : '%';
+        read += isSequence ? 3 : 1;
+        const std::size_t literal = std::min(view.find('%', read), text.size()) - read;
+        std::memmove(text.data() + written, text.data() + read, literal);
+        written += literal;
+        read += literal;
+    }
+    text.resize(written);
+}
+
 }  // namespace
 
 std::string urlDecode(std::string text) {
     // Before any percent sequence is decoded, so that an encoded plus stays a plus.
-    std::replace(text.begin(), text.end(), '+', ' ');
-    std::size_t written = 0;
-    for (std::size_t position = 0; position < text.size(); ++written) {
-        if (text[position] == '%' && text.size() - position >= 3) {
-            text[written] = decodeByte(text[position + 1], text[position + 2]);
-            position += 3;
-        } else {
-            text[written] = text[position];
-            position += 1;
-        }
-    }
-    text.resize(written);
+    replaceAll(text, '+', ' ');
+    const auto first = std::string_view(text).find('%');
+    if (first != nowhere) decodePercentSequences(text, first);
     return text;
 }
 

@@ -4,7 +4,6 @@
 
 #include <utility>
 
-#include "core/BufferStream.hpp"
 #include "core/InvocationId.hpp"
 #include "core/Redirects.hpp"
 #include "core/RequestChecks.hpp"
@@ -157,7 +156,7 @@ Attempt Call::judge(WireAnswer answer) {
     reply.status = answer.status;
     reply.headers = answer.headers;
     reply.remoteAddress = answer.remoteAddress;
-    reply.body = Aws::Utils::Stream::ResponseStream(new BufferStream(std::move(answer.body)));
+    reply.body = std::move(answer.body);
     const auto error = judge_(reply);
     if (!error) return {std::move(reply), false};
     const bool corrected = learnFrom(answer.headers, reply);

@@ -6,7 +6,6 @@
 #include <aws/core/client/CoreErrors.h>
 #include <aws/core/http/HttpTypes.h>
 #include <aws/core/utils/Outcome.h>
-#include <aws/core/utils/stream/ResponseStream.h>
 
 #include <functional>
 #include <iosfwd>
@@ -42,7 +41,7 @@ struct ExchangeReply {
     int status = 0;
     std::map<std::string, std::string> headers;  ///< lower-case names; the first of equal names wins
     std::string remoteAddress;
-    Aws::Utils::Stream::ResponseStream body;  ///< positioned at its beginning
+    std::string body;
 
     /// For the next attempt, if there is one; the judge sets them when an error document names them.
     std::string otherHost;    ///< host or host:port

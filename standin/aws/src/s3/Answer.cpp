@@ -41,8 +41,9 @@ bool isTrue(const std::string& text) {
 }
 
 DateTime childDate(const tinyxml2::XMLElement* parent, const char* name) {
-    if (child(parent, name) == nullptr) return {};
-    return {trimmedChildText(parent, name), DateFormat::ISO_8601};
+    const auto* found = child(parent, name);
+    if (found == nullptr) return {};
+    return {trimmed(decodedText(*found)), DateFormat::ISO_8601};
 }
 
 }  // namespace standin::aws::s3

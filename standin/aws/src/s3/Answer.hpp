@@ -1,7 +1,6 @@
 #pragma once
 
 #include <aws/core/utils/DateTime.h>
-#include <aws/core/utils/stream/ResponseStream.h>
 
 #include <map>
 #include <memory>
@@ -17,7 +16,7 @@ using Headers = std::map<std::string, std::string>;
 struct Answer {
     Headers headers;                              ///< lower-case names
     std::unique_ptr<const XmlDocument> document;  ///< null without body, and for AnswerBody::Content
-    Aws::Utils::Stream::ResponseStream body;      ///< positioned at its beginning
+    std::string body;
 
     /// The document's root element, whatever its name; null without.
     const tinyxml2::XMLElement* root() const { return document ? document->root() : nullptr; }

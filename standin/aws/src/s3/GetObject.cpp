@@ -1,5 +1,6 @@
 #include <aws/s3/model/GetObjectRequest.h>
 
+#include "core/BufferStream.hpp"
 #include "s3/Operations.hpp"
 
 namespace standin::aws::s3 {
@@ -12,7 +13,7 @@ OperationCall describe(const Aws::S3::Model::GetObjectRequest& request) {
 
 Aws::S3::Model::GetObjectResult getObjectResult(Answer& answer) {
     Aws::S3::Model::GetObjectResult result;
-    result.SetBody(std::move(answer.body));
+    result.SetBody(Aws::Utils::Stream::ResponseStream(new BufferStream(std::move(answer.body))));
     result.SetContentLength(leadingNumber(headerValue(answer.headers, "content-length")));
     result.SetLastModified(headerDate(answer.headers, "last-modified"));
     result.SetETag(headerValue(answer.headers, "etag"));

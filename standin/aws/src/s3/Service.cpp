@@ -1,7 +1,5 @@
 #include "s3/Service.hpp"
 
-#include <sstream>
-
 #include "s3/Url.hpp"
 
 namespace standin::aws::s3 {
@@ -10,16 +8,8 @@ namespace {
 
 using Aws::Client::CoreErrors;
 
-// The body, read from its beginning; a stream without buffer holds nothing.
-std::string contentsOf(const ExchangeReply& reply) {
-    std::ostringstream contents;
-    contents << reply.body.GetUnderlyingStream().rdbuf();
-    return contents.str();
-}
-
 std::unique_ptr<const XmlDocument> documentIn(const ExchangeReply& reply) {
-    const std::string text = contentsOf(reply);
-    return text.empty() ? nullptr : std::make_unique<const XmlDocument>(text);
+    return reply.body.empty() ? nullptr : std::make_unique<const XmlDocument>(reply.body);
 }
 
 bool reportsFailure(AnswerBody kind, const XmlDocument& document) {

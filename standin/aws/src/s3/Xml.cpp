@@ -50,6 +50,14 @@ private:
     bool insideText_ = false;
 };
 
+// What most elements hold: one text, or nothing. Null for anything else.
+const char* plainText(const tinyxml2::XMLElement& element) {
+    const auto* first = element.FirstChild();
+    if (first == nullptr) return "";
+    const auto* text = first == element.LastChild() ? first->ToText() : nullptr;
+    return text != nullptr && !text->CData() ? text->Value() : nullptr;
+}
+
 std::string decoded(std::string_view text) {
     std::string result;
     result.reserve(text.size());
@@ -87,8 +95,10 @@ std::string printed(const tinyxml2::XMLDocument& document) {
     return printer.CStr();
 }
 
+// A plain text is what printing and decoding would bring back.
 std::string decodedText(const tinyxml2::XMLElement& element) {
-    return decoded(printedText(element));
+    const char* const plain = plainText(element);
+    return plain != nullptr ? plain : decoded(printedText(element));
 }
 
 std::string trimmed(std::string_view text) {

@@ -8,9 +8,9 @@ using boost::posix_time::milliseconds;
 using boost::posix_time::ptime;
 
 boost::posix_time::ptime long2Ptime(long long millisecondsSinceEpoch) {
-    const ptime epoch(boost::gregorian::date(1970, 1, 1));
-    const long long earliest = (ptime(boost::posix_time::min_date_time) - epoch).total_milliseconds();
-    const long long latest = (ptime(boost::posix_time::max_date_time) - epoch).total_milliseconds();
+    static const ptime epoch(boost::gregorian::date(1970, 1, 1));
+    static const auto earliest = (ptime(boost::posix_time::min_date_time) - epoch).total_milliseconds();
+    static const auto latest = (ptime(boost::posix_time::max_date_time) - epoch).total_milliseconds();
     if (millisecondsSinceEpoch < earliest || millisecondsSinceEpoch > latest) return ptime();
     return epoch + milliseconds(millisecondsSinceEpoch);
 }
