@@ -1,7 +1,9 @@
-#include "AllocationCount.hpp"
+// A library to be preloaded into the worker: counts calls of malloc, calloc and realloc, those of C libraries
+// and operator new included. Not linked into it, because counting costs instructions, too.
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 
 // glibc's own allocator, under the names that stay when malloc is replaced.
 extern "C" {
@@ -30,12 +32,8 @@ void* realloc(void* block, std::size_t size) {
     counter.fetch_add(1, std::memory_order_relaxed);
     return __libc_realloc(block, size);
 }
-}
 
-namespace bench {
-
-std::uint64_t allocations() {
+std::uint64_t s3provider_bench_allocations() {
     return counter.load(std::memory_order_relaxed);
 }
-
-}  // namespace bench
+}

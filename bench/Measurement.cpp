@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <s3server/Server.hpp>
-#include <sstream>
 #include <stdexcept>
 #include <vector>
 
@@ -15,8 +15,9 @@ namespace {
 /// Operations that a worker does before it measures.
 constexpr unsigned warmUps = 2;
 
-testsupport::Finished start(std::vector<std::string> command, const Target& target) {
-    auto environment = asEnvironment(target);
+using Environment = std::map<std::string, std::string>;
+
+testsupport::Finished start(const std::vector<std::string>& command, Environment environment) {
     environment["AWS_EC2_METADATA_DISABLED"] = "true";
     for (const char* const name : {"PATH", "LD_LIBRARY_PATH"}) {
         if (const char* const value = std::getenv(name)) environment[name] = value;
@@ -44,15 +45,21 @@ std::optional<double> collected(const std::string& report) {
 void Workers::measure(const std::string& subject, const Operation& operation, Measurement& known) const {
     const std::size_t connectionsBefore = server_ == nullptr ? 0 : server_->connections();
     if (server_ != nullptr) server_->forgetRequests();
-    double cpu = 0;
-    double allocations = 0;
-    std::istringstream(work(subject, operation, operation.rounds)) >> cpu >> allocations;
-    cpu /= operation.rounds;
+    const auto worker = start(workerCommand(subject, operation, operation.rounds), asEnvironment(target_));
+    const double cpu = std::stod(worker.out) / operation.rounds;
     known.cpuMicroseconds = known.cpuMicroseconds == 0 ? cpu : std::min(known.cpuMicroseconds, cpu);
-    known.allocations = allocations / operation.rounds;
     if (server_ == nullptr) return;
     known.requests = static_cast<double>(server_->requests().size()) / (operation.rounds + warmUps);
     known.connections = server_->connections() - connectionsBefore;
+}
+
+void Workers::countAllocations(const std::string& subject, const Operation& operation,
+                               Measurement& known) const {
+    auto environment = asEnvironment(target_);
+    environment["LD_PRELOAD"] = BENCH_ALLOCATIONS;
+    const auto worker = start(workerCommand(subject, operation, operation.counted), environment);
+    const auto blank = worker.out.find(' ');
+    known.allocations = std::stod(worker.out.substr(blank)) / operation.counted;
 }
 
 void Workers::countInstructions(const std::string& subject, const Operation& operation,
@@ -62,17 +69,13 @@ void Workers::countInstructions(const std::string& subject, const Operation& ope
     if (start && whole) known.instructions = (*whole - *start) / operation.counted;
 }
 
-std::string Workers::work(const std::string& subject, const Operation& operation, unsigned count) const {
-    return start(workerCommand(subject, operation, count), target_).out;
-}
-
 std::optional<double> Workers::instructionsOf(const std::string& subject, const Operation& operation,
                                               unsigned count) const {
     std::vector<std::string> command{"/usr/bin/env", "valgrind", "--tool=callgrind",
                                      "--callgrind-out-file=/dev/null"};
     for (auto& word : workerCommand(subject, operation, count))
         command.push_back(std::move(word));
-    return collected(start(std::move(command), target_).err);
+    return collected(start(command, asEnvironment(target_)).err);
 }
 
 }  // namespace bench

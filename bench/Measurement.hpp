@@ -16,7 +16,7 @@ namespace bench {
 /// What one operation costs, on average.
 struct Measurement {
     double cpuMicroseconds = 0;  ///< user and system time of the process, the least of several rounds
-    double allocations = 0;
+    std::optional<double> allocations;
     std::optional<double> instructions;      ///< in user space; nothing without valgrind
     std::optional<double> requests;          ///< seen by the server; nothing for a server of somebody else's
     std::optional<std::size_t> connections;  ///< of one whole round
@@ -30,11 +30,11 @@ public:
 
     /// Adds one round to what is known: the lesser CPU time counts.
     void measure(const std::string& subject, const Operation& operation, Measurement& known) const;
+    void countAllocations(const std::string& subject, const Operation& operation, Measurement& known) const;
     /// Takes about fifty times as long as doing it.
     void countInstructions(const std::string& subject, const Operation& operation, Measurement& known) const;
 
 private:
-    std::string work(const std::string& subject, const Operation& operation, unsigned count) const;
     std::optional<double> instructionsOf(const std::string& subject, const Operation& operation,
                                          unsigned count) const;
 

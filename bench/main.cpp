@@ -56,6 +56,9 @@ void measure(const Workers& workers, const Operation& operation, bool withInstru
     };
     for (int round = 0; round < roundsOfEach; ++round)
         each([&](const char* subject, Measurement& known) { workers.measure(subject, operation, known); });
+    each([&](const char* subject, Measurement& known) {
+        workers.countAllocations(subject, operation, known);
+    });
     if (!withInstructions) return;
     each([&](const char* subject, Measurement& known) {
         workers.countInstructions(subject, operation, known);
