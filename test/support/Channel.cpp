@@ -10,7 +10,8 @@
 
 namespace testsupport {
 
-Channel::Channel(int socket, int stop) : socket_(socket), stop_(stop) {
+Channel::Channel(int socket, int stop, std::atomic<std::size_t>& bytesReceived)
+    : socket_(socket), stop_(stop), bytesReceived_(bytesReceived) {
     fcntl(socket_, F_SETFL, fcntl(socket_, F_GETFL) | O_NONBLOCK);
 }
 
@@ -35,6 +36,12 @@ std::optional<unsigned char> Channel::peek() {
 }
 
 std::size_t Channel::readSome(char* buffer, std::size_t size) {
+    const std::size_t count = receive(buffer, size);
+    bytesReceived_ += count;
+    return count;
+}
+
+std::size_t Channel::receive(char* buffer, std::size_t size) {
     if (!tls_) {
         if (!waitFor(POLLIN)) return 0;
         const ssize_t count = recv(socket_, buffer, size, 0);

@@ -2,6 +2,7 @@
 
 #include <openssl/ssl.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <memory>
@@ -14,8 +15,8 @@ namespace testsupport {
 /// readable; the operation then reports the end of the connection. For one thread.
 class Channel {
 public:
-    /// Owns `socket`, borrows `stop`.
-    Channel(int socket, int stop);
+    /// Owns `socket`, borrows `stop`. Adds what is read, TLS taken off, to `bytesReceived`.
+    Channel(int socket, int stop, std::atomic<std::size_t>& bytesReceived);
     ~Channel();
     Channel(const Channel&) = delete;
     Channel& operator=(const Channel&) = delete;
@@ -43,6 +44,7 @@ public:
     void close();
 
 private:
+    std::size_t receive(char* buffer, std::size_t size);
     bool waitFor(short events);
     bool waitAsTlsWants(int result);
 
@@ -52,6 +54,7 @@ private:
 
     int socket_;
     int stop_;
+    std::atomic<std::size_t>& bytesReceived_;
     std::unique_ptr<SSL, FreeTls> tls_;
 };
 

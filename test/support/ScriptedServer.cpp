@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <condition_variable>
 #include <csignal>
@@ -102,6 +103,10 @@ public:
 
     std::uint16_t port() const { return port_; }
 
+    std::size_t accepted() const { return accepted_; }
+
+    std::size_t bytesReceived() const { return bytesReceived_; }
+
     bool waitForConnectionsToEnd(std::chrono::milliseconds limit) {
         std::unique_lock lock(mutex_);
         return ended_.wait_for(lock, limit, [this] { return open_ == 0; });
@@ -118,13 +123,13 @@ private:
                 const std::lock_guard lock(mutex_);
                 ++open_;
             }
-            const int number = static_cast<int>(connections_.size()) + 1;
+            const int number = static_cast<int>(++accepted_);
             connections_.emplace_back([this, accepted, number] { serve(accepted, number); });
         }
     }
 
     void serve(int socket, int number) {
-        Channel channel(socket, stop_.get());
+        Channel channel(socket, stop_.get(), bytesReceived_);
         ScriptedConnection(channel, conversation_, tls_.get(), number).serve(tlsFromStart_);
         channel.close();
         const std::lock_guard lock(mutex_);
@@ -141,6 +146,8 @@ private:
     std::mutex mutex_;
     std::condition_variable ended_;
     int open_ = 0;
+    std::atomic<std::size_t> accepted_ = 0;
+    std::atomic<std::size_t> bytesReceived_ = 0;
     std::vector<std::thread> connections_;  // touched by the acceptor only, until it has ended
     std::thread acceptor_;
 };
@@ -166,6 +173,14 @@ void ScriptedServer::expect(Script script) {
 
 std::vector<SeenRequest> ScriptedServer::requests() const {
     return listener_->conversation().requests();
+}
+
+std::size_t ScriptedServer::connections() const {
+    return listener_->accepted();
+}
+
+std::size_t ScriptedServer::bytesReceived() const {
+    return listener_->bytesReceived();
 }
 
 std::size_t ScriptedServer::unusedScripts() const {

@@ -53,6 +53,13 @@ public:
     /// UnexpectedRequest (nobody retries that), and its connection closed.
     std::size_t unexpectedRequests() const;
 
+    /// Connections accepted so far, whether a request came over them or not.
+    std::size_t connections() const;
+
+    /// Bytes that clients sent so far, TLS taken off: nothing of a handshake, and of a request every byte,
+    /// also where it never became whole.
+    std::size_t bytesReceived() const;
+
     /// Waits until every connection has ended, as they do once the client is gone; requests() is final then.
     /// False if some are still there after that time.
     bool waitForConnectionsToEnd(std::chrono::milliseconds limit = std::chrono::seconds(10)) const;

@@ -65,20 +65,44 @@ void addExtension(X509& certificate, X509& issuer, int type, const std::string& 
     require(extension && X509_add_ext(&certificate, extension.get(), -1) == 1, "extension " + value);
 }
 
-/// Not signed yet. Valid from a day (expired: two days) ago on.
+/// The first day of a validity of two days counted from today.
+long firstDay(Validity validity) {
+    switch (validity) {
+        case Validity::Current:
+            return -1;
+        case Validity::Expired:
+            return -3;
+        case Validity::NotYet:
+            return 1;
+    }
+    return 0;
+}
+
+/// Not signed yet.
 CertificatePtr newCertificate(EVP_PKEY& key, const std::string& commonName, long serial, Validity validity) {
     CertificatePtr made{X509_new()};
     require(made != nullptr, "making a certificate");
     X509* certificate = made.get();
-    const bool expired = validity == Validity::Expired;
+    const long first = firstDay(validity) * secondsPerDay;
     X509_set_version(certificate, X509_VERSION_3);
     ASN1_INTEGER_set(X509_get_serialNumber(certificate), serial);
-    X509_gmtime_adj(X509_getm_notBefore(certificate), expired ? -2 * secondsPerDay : -secondsPerDay);
-    X509_gmtime_adj(X509_getm_notAfter(certificate), expired ? -secondsPerDay : secondsPerDay);
+    X509_gmtime_adj(X509_getm_notBefore(certificate), first);
+    X509_gmtime_adj(X509_getm_notAfter(certificate), first + 2 * secondsPerDay);
     X509_set_pubkey(certificate, &key);
     X509_NAME_add_entry_by_txt(X509_get_subject_name(certificate), "CN", MBSTRING_UTF8,
                                reinterpret_cast<const unsigned char*>(commonName.c_str()), -1, -1, 0);
     return made;
+}
+
+/// What a folder of trusted certificates has to call this one (openssl-rehash(1)).
+std::string hashedName(const X509& certificate) {
+    int hashed = 0;
+    const unsigned long hash =
+        X509_NAME_hash_ex(X509_get_subject_name(&certificate), nullptr, nullptr, &hashed);
+    require(hashed == 1, "hashing a name");
+    std::array<char, 16> name{};
+    std::snprintf(name.data(), name.size(), "%08lx.0", hash);
+    return name.data();
 }
 
 FilePtr create(const std::filesystem::path& path) {
@@ -118,6 +142,8 @@ TestAuthority::TestAuthority() : folder_(makeTemporaryFolder()), keys_(std::make
     addExtension(certificate, certificate, NID_subject_key_identifier, "hash");
     require(X509_sign(&certificate, keys_->key.get(), EVP_sha256()) > 0, "signing");
     write(caFile(), certificate);
+    std::filesystem::create_directory(caFolder());
+    write(caFolder() / hashedName(certificate), certificate);
 }
 
 TestAuthority::~TestAuthority() {
@@ -127,6 +153,10 @@ TestAuthority::~TestAuthority() {
 
 std::filesystem::path TestAuthority::caFile() const {
     return folder_ / "ca.pem";
+}
+
+std::filesystem::path TestAuthority::caFolder() const {
+    return folder_ / "trusted";
 }
 
 CertificateFiles TestAuthority::issue(const std::vector<std::string>& names, Validity validity) {

@@ -41,6 +41,11 @@ public:
         curl_easy_setopt(curl_, CURLOPT_CAINFO, authority.caFile().c_str());
     }
 
+    void trustFolder(const TestAuthority& authority) {
+        curl_easy_setopt(curl_, CURLOPT_CAINFO, nullptr);
+        curl_easy_setopt(curl_, CURLOPT_CAPATH, authority.caFolder().c_str());
+    }
+
     void useProxy(const std::string& proxy) { curl_easy_setopt(curl_, CURLOPT_PROXY, proxy.c_str()); }
 
     Answer get(const std::string& url) {
@@ -50,6 +55,17 @@ public:
         answer.code = curl_easy_perform(curl_);
         curl_easy_getinfo(curl_, CURLINFO_RESPONSE_CODE, &answer.status);
         return answer;
+    }
+
+    /// And hangs up.
+    static void sendRaw(const std::string& endpoint, const std::string& bytes) {
+        CURL* const raw = curl_easy_init();
+        curl_easy_setopt(raw, CURLOPT_URL, ("http://" + endpoint).c_str());
+        curl_easy_setopt(raw, CURLOPT_PROXY, "");
+        curl_easy_setopt(raw, CURLOPT_CONNECT_ONLY, 1L);
+        std::size_t sent = 0;
+        if (curl_easy_perform(raw) == CURLE_OK) curl_easy_send(raw, bytes.data(), bytes.size(), &sent);
+        curl_easy_cleanup(raw);
     }
 
     Answer post(const std::string& url, const std::string& body) {
@@ -206,6 +222,8 @@ TEST_P(ServerCertificate, IsTakenOnlyIfItFits) {
     HttpClient client;
     client.trust(authority);
     EXPECT_EQ(client.get("https://" + server.endpoint()).code, GetParam().code);
+    EXPECT_EQ(server.connections(), 1U);
+    EXPECT_EQ(server.bytesReceived() > 0, GetParam().code == CURLE_OK);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -213,8 +231,30 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(TlsCase{"Fits", {"127.0.0.1"}, Validity::Current, CURLE_OK},
                     TlsCase{"HasAlsoAnotherName", {"localhost", "127.0.0.1"}, Validity::Current, CURLE_OK},
                     TlsCase{"Expired", {"127.0.0.1"}, Validity::Expired, CURLE_PEER_FAILED_VERIFICATION},
+                    TlsCase{"NotValidYet", {"127.0.0.1"}, Validity::NotYet, CURLE_PEER_FAILED_VERIFICATION},
                     TlsCase{"OtherName", {"localhost"}, Validity::Current, CURLE_PEER_FAILED_VERIFICATION}),
     [](const auto& tested) { return tested.param.name; });
+
+TEST(TestAuthority, IsFoundInItsFolder) {
+    TestAuthority authority;
+    ScriptedServer::Options options;
+    options.certificate = authority.issue({"127.0.0.1"});
+    options.tls = true;
+    ScriptedServer server({ok("")}, options);
+    HttpClient client;
+    client.trustFolder(authority);
+    EXPECT_EQ(client.get("https://" + server.endpoint()).code, CURLE_OK);
+}
+
+TEST(ScriptedServer, CountsTheBytesOfRequestsThatNeverBecomeWhole) {
+    ScriptedServer server;
+    HttpClient::sendRaw(server.endpoint(), "GET / HTTP/1.1\r\nHo");
+    while (server.connections() == 0)
+        std::this_thread::yield();
+    EXPECT_TRUE(server.waitForConnectionsToEnd());
+    EXPECT_EQ(server.bytesReceived(), 18U);
+    EXPECT_TRUE(server.requests().empty());
+}
 
 TEST(TestAuthority, IsNotTakenForAnother) {
     TestAuthority authority;

@@ -1,0 +1,188 @@
+#include "support/Relay.hpp"
+
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/write.hpp>
+#include <list>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace testsupport {
+namespace {
+
+namespace asio = boost::asio;
+using boost::system::error_code;
+using tcp = asio::ip::tcp;
+
+// Small, so that a stalled upload fills it and its sender stops.
+constexpr int receiveBufferSize = 65536;
+
+tcp::endpoint loopback(std::uint16_t port) {
+    return {asio::ip::address_v4::loopback(), port};
+}
+
+// Not through the socket object, which another thread is using.
+void shutDown(tcp::socket& socket, int direction) {
+    ::shutdown(socket.native_handle(), direction);
+}
+
+/// One connection on its way, one thread a direction.
+class Carried {
+public:
+    Carried(tcp::socket client, tcp::socket server, const Relay::Fate& fate)
+        : client_(std::move(client)), server_(std::move(server)), fate_(fate) {}
+
+    /// Returns when the connection has ended on both sides.
+    void serve() {
+        std::thread back([this] { carry(server_, client_, fate_.fromServer); });
+        carry(client_, server_, fate_.fromClient);
+        back.join();
+        close();
+    }
+
+    /// Makes serve() return. From any thread.
+    void interrupt() {
+        const std::lock_guard lock(closing_);
+        if (!client_.is_open()) return;
+        shutDown(client_, SHUT_RDWR);
+        shutDown(server_, SHUT_RDWR);
+    }
+
+private:
+    void carry(tcp::socket& from, tcp::socket& to, std::size_t limit) {
+        std::array<char, 16384> buffer{};
+        while (limit > 0) {
+            error_code end;
+            const auto count =
+                from.read_some(asio::buffer(buffer.data(), std::min(limit, buffer.size())), end);
+            if (!end) asio::write(to, asio::buffer(buffer.data(), count), end);
+            if (end) {
+                if (!broken_) shutDown(to, SHUT_WR);
+                return;
+            }
+            limit -= count;
+        }
+        if (fate_.how != Relay::Break::Stall) breakOff();
+    }
+
+    void breakOff() {
+        broken_ = true;
+        shutDown(server_, SHUT_RDWR);
+        shutDown(client_, SHUT_RD);  // sends nothing, so that a reset can still be what the client sees
+    }
+
+    void close() {
+        const std::lock_guard lock(closing_);
+        error_code ignored;
+        if (broken_ && fate_.how == Relay::Break::Reset)
+            client_.set_option(asio::socket_base::linger(true, 0), ignored);
+        client_.close(ignored);
+        server_.close(ignored);
+    }
+
+    tcp::socket client_;
+    tcp::socket server_;
+    const Relay::Fate fate_;
+    std::atomic<bool> broken_ = false;
+    std::mutex closing_;  // held while the descriptors go, which may be another's afterwards
+};
+
+}  // namespace
+
+/// Accepts connections and owns their threads.
+class Relay::Listener {
+public:
+    explicit Listener(std::uint16_t serverPort) : serverPort_(serverPort), acceptor_(context_) {
+        acceptor_.open(tcp::v4());
+        acceptor_.set_option(asio::socket_base::receive_buffer_size(receiveBufferSize));
+        acceptor_.bind(loopback(0));
+        acceptor_.listen();
+        port_ = acceptor_.local_endpoint().port();
+        thread_ = std::thread([this] { acceptAll(); });
+    }
+
+    ~Listener() {
+        stopping_ = true;
+        ::shutdown(acceptor_.native_handle(), SHUT_RDWR);  // wakes the accepting thread
+        thread_.join();
+        for (Entry& entry : entries_)
+            entry.carried.interrupt();
+        for (Entry& entry : entries_)
+            entry.thread.join();
+    }
+
+    std::uint16_t port() const { return port_; }
+
+    std::size_t accepted() const { return accepted_; }
+
+    void breakNext(const Fate& fate) {
+        const std::lock_guard lock(mutex_);
+        next_ = fate;
+    }
+
+private:
+    struct Entry {
+        Entry(tcp::socket client, tcp::socket server, const Fate& fate)
+            : carried(std::move(client), std::move(server), fate), thread([this] { carried.serve(); }) {}
+
+        Carried carried;
+        std::thread thread;
+    };
+
+    void acceptAll() {
+        while (!stopping_) {
+            error_code error;
+            tcp::socket client = acceptor_.accept(error);
+            if (error) continue;
+            tcp::socket server(context_);
+            server.connect(loopback(serverPort_), error);
+            if (!error) start(std::move(client), std::move(server));
+        }
+    }
+
+    void start(tcp::socket client, tcp::socket server) {
+        ++accepted_;
+        entries_.emplace_back(std::move(client), std::move(server), takeFate());
+    }
+
+    Fate takeFate() {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(next_, Fate{});
+    }
+
+    const std::uint16_t serverPort_;
+    asio::io_context context_;
+    tcp::acceptor acceptor_;
+    std::uint16_t port_ = 0;
+    std::atomic<bool> stopping_ = false;
+    std::atomic<std::size_t> accepted_ = 0;
+    std::mutex mutex_;
+    Fate next_;
+    std::list<Entry> entries_;  // touched by the acceptor only, until it has ended
+    std::thread thread_;
+};
+
+Relay::Relay(std::uint16_t serverPort) : listener_(std::make_unique<Listener>(serverPort)) {}
+
+Relay::~Relay() = default;
+
+std::string Relay::endpoint() const {
+    return "127.0.0.1:" + std::to_string(listener_->port());
+}
+
+void Relay::breakNext(const Fate& fate) {
+    listener_->breakNext(fate);
+}
+
+std::size_t Relay::connections() const {
+    return listener_->accepted();
+}
+
+}  // namespace testsupport
