@@ -48,6 +48,7 @@ HeaderList headerList(const Headers& headers, bool disableExpectHeader) {
 struct Receiver {
     CURL* handle;
     WireAnswer& answer;
+    bool headEnded = false;  ///< the empty line behind the last answer's headers has come
 };
 
 std::string_view trimmed(std::string_view text) {
@@ -70,15 +71,27 @@ void addHeader(Headers& headers, std::string_view line) {
     headers.emplace(lowerCase(trimmed(line.substr(0, colon))), trimmed(line.substr(colon + 1)));
 }
 
+/// The first answer to a request, or a further one (after 100, 417, a proxy's): the last one's body counts.
+void beginAnswer(Receiver& receiver) {
+    receiver.answer.body.clear();
+    receiver.headEnded = false;
+}
+
+/// libcurl takes a connection that closes between two header lines for the answer's end. A head without its
+/// last line is not all of it: how long the body is, or what it is, may have been in the rest.
+CURLcode resultOf(CURLcode code, const Receiver& receiver) {
+    return code == CURLE_OK && !receiver.headEnded ? CURLE_PARTIAL_FILE : code;
+}
+
 // The callbacks run inside libcurl, which no exception may cross.
 
 std::size_t onHeader(char* bytes, std::size_t size, std::size_t count, void* target) {
     const std::string_view line(bytes, size * count);
-    WireAnswer& answer = static_cast<Receiver*>(target)->answer;
+    auto& receiver = *static_cast<Receiver*>(target);
     try {
-        // A further answer to the same request (after 100, 417, a proxy's): its body is the one that counts.
-        if (line.substr(0, 5) == "HTTP/") answer.body.clear();
-        addHeader(answer.headers, line);
+        if (line.substr(0, 5) == "HTTP/") beginAnswer(receiver);
+        if (line == "\r\n" || line == "\n") receiver.headEnded = true;
+        addHeader(receiver.answer.headers, line);
         return line.size();
     } catch (const std::exception&) {
         return 0;
@@ -155,7 +168,7 @@ void Connection::perform(const WireRequest& request, WireAnswer& answer) {
     setOption(handle, CURLOPT_HEADERDATA, &receiver);
     setOption(handle, CURLOPT_WRITEDATA, &receiver);
 
-    answer.code = curl_easy_perform(handle);
+    answer.code = resultOf(curl_easy_perform(handle), receiver);
     answer.status = statusOf(handle);
     answer.remoteAddress = textInfo(handle, CURLINFO_PRIMARY_IP);
     answer.redirectUrl = textInfo(handle, CURLINFO_REDIRECT_URL);

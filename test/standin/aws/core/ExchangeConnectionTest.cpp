@@ -86,6 +86,58 @@ INSTANTIATE_TEST_SUITE_P(
                      "curlCode: 1, Unsupported protocol"}),
     [](const auto& test) { return test.param.name; });
 
+struct CutAnswer {
+    const char* name;
+    Aws::Http::HttpMethod method;
+    std::string bytes;         ///< whole
+    std::size_t optional = 0;  ///< bytes at its end that add nothing
+};
+
+class ExchangeCutAnswerTest : public ExchangeConnectionTest, public ::testing::WithParamInterface<CutAnswer> {
+protected:
+    ExchangeOutcome sendAndGet(std::size_t bytes) {
+        server.expect({Step::send(GetParam().bytes.substr(0, bytes)), Step::close()});
+        ExchangeRequest request = GetParam().method == Aws::Http::HttpMethod::HTTP_PUT ? put("body") : get();
+        request.method = GetParam().method;
+        return send(request);
+    }
+};
+
+TEST_P(ExchangeCutAnswerTest, IsATransportFailureWhereverItIsCut) {
+    const std::size_t whole = GetParam().bytes.size() - GetParam().optional;
+    for (std::size_t bytes = 0; bytes < whole; ++bytes) {
+        const auto outcome = sendAndGet(bytes);
+        ASSERT_FALSE(outcome.IsSuccess()) << bytes;
+        EXPECT_EQ(outcome.GetError().GetErrorType(), CoreErrors::NETWORK_CONNECTION) << bytes;
+        EXPECT_EQ(static_cast<int>(outcome.GetError().GetResponseCode()), -1) << bytes;
+        EXPECT_TRUE(outcome.GetError().ShouldRetry()) << bytes;
+    }
+    EXPECT_TRUE(sendAndGet(whole).IsSuccess());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Exchange, ExchangeCutAnswerTest,
+    ::testing::Values(
+        CutAnswer{"Sized", Aws::Http::HttpMethod::HTTP_GET,
+                  "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nhello"},
+        CutAnswer{"Chunked", Aws::Http::HttpMethod::HTTP_GET,
+                  "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n0\r\n\r\n", 1},
+        CutAnswer{"Unsized", Aws::Http::HttpMethod::HTTP_GET, "HTTP/1.1 200 OK\r\nETag: \"e\"\r\n\r\n"},
+        CutAnswer{"Hinted", Aws::Http::HttpMethod::HTTP_GET,
+                  "HTTP/1.1 103 Early Hints\r\nX: 1\r\n\r\nHTTP/1.1 200 OK\r\nX: 1\r\n\r\n"},
+        CutAnswer{"BareLineFeeds", Aws::Http::HttpMethod::HTTP_GET, "HTTP/1.1 200 OK\nX: 1\n\n"},
+        CutAnswer{"OfHead", Aws::Http::HttpMethod::HTTP_HEAD, "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\n"},
+        CutAnswer{"OfDelete", Aws::Http::HttpMethod::HTTP_DELETE, "HTTP/1.1 204 No Content\r\nX: 1\r\n\r\n"},
+        CutAnswer{"OfPut", Aws::Http::HttpMethod::HTTP_PUT,
+                  "HTTP/1.1 200 OK\r\nETag: \"e\"\r\nContent-Length: 0\r\n\r\n"}),
+    [](const auto& test) { return test.param.name; });
+
+TEST_F(ExchangeConnectionTest, FollowsNoRedirectWhoseHeadIsCut) {
+    server.expect({Step::send("HTTP/1.1 307 Moved\r\nLocation: /b/moved\r\n"), Step::close()});
+    EXPECT_EQ(failure(get()).GetMessage(), "curlCode: 18, Transferred a partial file");
+    EXPECT_EQ(seen().size(), 1U);
+}
+
 TEST_F(ExchangeConnectionTest, KeepsTheHeadersThatHadArrived) {
     server.expect(
         {Step::send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\nX-A: 1\r\n\r\nhello"), Step::close()});
