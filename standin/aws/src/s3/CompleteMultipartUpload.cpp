@@ -35,7 +35,7 @@ Aws::String CompleteMultipartUploadRequest::SerializePayload() const {
 namespace standin::aws::s3 {
 
 OperationCall describe(const Aws::S3::Model::CompleteMultipartUploadRequest& request) {
-    auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::DocumentOrFailure, request);
+    auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::Document, request);
     call.require(request.UploadIdHasBeenSet(), "UploadId");
     call.query = {{"uploadId", request.GetUploadId()}};
     call.body = request.GetBody();

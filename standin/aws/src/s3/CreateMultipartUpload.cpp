@@ -5,7 +5,7 @@
 namespace standin::aws::s3 {
 
 OperationCall describe(const Aws::S3::Model::CreateMultipartUploadRequest& request) {
-    auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::DocumentOrFailure, request);
+    auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::Document, request);
     call.subresource = "uploads";
     return call;
 }

@@ -7,7 +7,7 @@ namespace standin::aws::s3 {
 namespace Mapper = Aws::S3::Model::BucketLocationConstraintMapper;
 
 OperationCall describe(const Aws::S3::Model::GetBucketLocationRequest& request) {
-    auto call = bucketCall(Aws::Http::HttpMethod::HTTP_GET, AnswerBody::DocumentOrFailure, request);
+    auto call = bucketCall(Aws::Http::HttpMethod::HTTP_GET, AnswerBody::Document, request);
     call.subresource = "location";
     return call;
 }

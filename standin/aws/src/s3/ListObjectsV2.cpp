@@ -30,7 +30,7 @@ int childNumber(const tinyxml2::XMLElement* root, const char* name) {
 }  // namespace
 
 OperationCall describe(const ListObjectsV2Request& request) {
-    auto call = bucketCall(Aws::Http::HttpMethod::HTTP_GET, AnswerBody::DocumentOrFailure, request);
+    auto call = bucketCall(Aws::Http::HttpMethod::HTTP_GET, AnswerBody::Document, request);
     auto& query = call.query;
     query.emplace_back("list-type", "2");
     if (request.DelimiterHasBeenSet()) query.emplace_back("delimiter", request.GetDelimiter());

@@ -13,9 +13,8 @@ namespace standin::aws::s3 {
 
 /// What a successful answer's body is.
 enum class AnswerBody {
-    Content,           ///< the caller's bytes
-    Document,          ///< XML, or nothing
-    DocumentOrFailure  ///< the same, but S3 may report a failure in it although the status is a success
+    Content,  ///< the caller's bytes
+    Document  ///< XML, or nothing; a document "Error" reports a failure although the status is a success
 };
 
 /// One call of an operation, before it is known where it goes. Names and values are not encoded.

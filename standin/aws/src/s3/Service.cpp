@@ -12,9 +12,8 @@ std::unique_ptr<const XmlDocument> documentIn(const ExchangeReply& reply) {
     return reply.body.empty() ? nullptr : std::make_unique<const XmlDocument>(reply.body);
 }
 
-bool reportsFailure(AnswerBody kind, const XmlDocument& document) {
-    return kind == AnswerBody::DocumentOrFailure && document.root() != nullptr &&
-           document.root()->Name() == std::string_view("Error");
+bool reportsFailure(const XmlDocument& document) {
+    return document.root() != nullptr && document.root()->Name() == std::string_view("Error");
 }
 
 // An error document may name the host and the region where the request belongs.
@@ -98,7 +97,7 @@ std::unique_ptr<CoreError> judge(AnswerBody kind, ExchangeReply& reply,
     const bool succeeded = reply.status >= 200 && reply.status < 300;
     if (succeeded && kind == AnswerBody::Content) return nullptr;
     document = documentIn(reply);
-    const bool failed = !succeeded || (document && reportsFailure(kind, *document));
+    const bool failed = !succeeded || (document && reportsFailure(*document));
     return failed ? errorIn(reply, document.get()) : nullptr;
 }
 

@@ -6,7 +6,7 @@
 namespace standin::aws::s3 {
 
 OperationCall describe(const Aws::S3::Model::UploadPartCopyRequest& request) {
-    auto call = objectCall(Aws::Http::HttpMethod::HTTP_PUT, AnswerBody::DocumentOrFailure, request);
+    auto call = objectCall(Aws::Http::HttpMethod::HTTP_PUT, AnswerBody::Document, request);
     call.require(request.CopySourceHasBeenSet(), "CopySource");
     call.require(request.PartNumberHasBeenSet(), "PartNumber");
     call.require(request.UploadIdHasBeenSet(), "UploadId");
