@@ -63,7 +63,7 @@ std::size_t RequestBody::read(char* buffer, std::size_t count) {
         throw UnsendableRequest("The request body can't be read to its end");
     }
     sent_ += wanted;
-    if (sent_ == size_) stream_->get();
+    if (sent_ == size_ && stream_->peek() == std::iostream::traits_type::eof()) stream_->get();
     return static_cast<std::size_t>(wanted);
 }
 

@@ -4,25 +4,14 @@
 
 #include <array>
 #include <sstream>
-#include <stdexcept>
 
 #include "core/UnsendableRequest.hpp"
+#include "standin/aws/Streams.hpp"
 
 using standin::aws::RequestBody;
 using standin::aws::UnsendableRequest;
 
 namespace {
-
-class UnseekableBuffer : public std::stringbuf {
-public:
-    using std::stringbuf::stringbuf;
-
-private:
-    pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
-        return off_type(-1);
-    }
-    pos_type seekpos(pos_type, std::ios_base::openmode) override { return off_type(-1); }
-};
 
 /// Says that its end is 5 bytes behind its data.
 class BoastingBuffer : public std::stringbuf {
@@ -39,23 +28,9 @@ private:
     bool atEnd_ = false;
 };
 
-class ThrowingBuffer : public std::stringbuf {
-public:
-    using std::stringbuf::stringbuf;
-
-private:
-    std::streamsize xsgetn(char*, std::streamsize) override { throw std::runtime_error("no"); }
-};
-
 std::shared_ptr<std::iostream> streamOf(const std::string& text) {
     return std::make_shared<std::stringstream>(text);
 }
-
-template <typename Buffer>
-struct StreamOver : std::iostream {
-    explicit StreamOver(const std::string& text) : std::iostream(nullptr), buffer(text) { rdbuf(&buffer); }
-    Buffer buffer;
-};
 
 std::string readAll(RequestBody& body) {
     std::array<char, 4> piece{};
@@ -102,6 +77,14 @@ TEST(RequestBody, IsTheStreamsBeginningUpToALimit) {
     EXPECT_EQ(body.size(), 6U);
     EXPECT_EQ(readAll(body), "012345");
     EXPECT_THROW(RequestBody(streamOf("0123456789"), 11), UnsendableRequest);
+}
+
+TEST(RequestBody, LeavesWhatIsBehindItsLimitToBeRead) {
+    const auto stream = streamOf("0123456789");
+    RequestBody body(stream, 6);
+    readAll(body);
+    EXPECT_EQ(stream->tellg(), 6);
+    EXPECT_TRUE(stream->good());
 }
 
 TEST(RequestBody, GivesTheDigestsAskedFor) {
