@@ -56,14 +56,18 @@ TEST_F(ExchangeTlsTest, SendsNothingToAServerOfAnotherAuthority) {
     configuration.caFile = other.caFile();
     configuration.caPath = "/nonexistent";
     EXPECT_THAT(send(over(get())).GetError().GetMessage(), StartsWith("curlCode: 60, "));
-    EXPECT_TRUE(secure.requests().empty());
+    EXPECT_TRUE(secure.waitForConnectionsToEnd());
+    EXPECT_EQ(secure.connections(), 1U);
+    EXPECT_EQ(secure.bytesReceived(), 0U);
 }
 
 TEST_F(ExchangeTlsTest, SendsNothingToAServerOfAnotherName) {
     ExchangeRequest request = over(get());
     request.authority = "localhost:" + std::to_string(secure.port());
     EXPECT_THAT(send(request).GetError().GetMessage(), StartsWith("curlCode: 60, "));
-    EXPECT_TRUE(secure.requests().empty());
+    EXPECT_TRUE(secure.waitForConnectionsToEnd());
+    EXPECT_EQ(secure.connections(), 1U);
+    EXPECT_EQ(secure.bytesReceived(), 0U);
 }
 
 TEST_F(ExchangeTlsTest, SendsToAnyServerWithoutVerification) {

@@ -1,0 +1,198 @@
+#include <aws/s3/model/CompleteMultipartUploadRequest.h>
+#include <aws/s3/model/CreateMultipartUploadRequest.h>
+#include <aws/s3/model/DeleteObjectRequest.h>
+#include <aws/s3/model/GetObjectRequest.h>
+#include <aws/s3/model/HeadObjectRequest.h>
+#include <aws/s3/model/PutObjectRequest.h>
+#include <aws/s3/model/UploadPartCopyRequest.h>
+#include <aws/s3/model/UploadPartRequest.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <s3server/Server.hpp>
+#include <sstream>
+
+#include "AllOperations.hpp"
+#include "standin/aws/Streams.hpp"
+#include "support/ScriptedServer.hpp"
+
+using namespace Aws::S3::Model;
+using Aws::S3::S3Errors;
+using ::testing::ElementsAre;
+using ::testing::Eq;
+using ::testing::Optional;
+using ::testing::UnorderedElementsAreArray;
+using testsupport::httpReply;
+using testsupport::ScriptedServer;
+using testsupport::Step;
+
+namespace {
+
+// Where requests are sent otherwise than the SDK sends them: docs/sdk-differences.md.
+
+template <typename Request>
+Request about(const std::string& key) {
+    Request request;
+    request.SetBucket("demo");
+    request.SetKey(key);
+    return request;
+}
+
+const std::vector<std::string> keysWithSlashes = {"a/b",     "a//b",  "/lead", "//lead", "lead",
+                                                  "trail//", "trail", "/",     "//",     "http://x/y"};
+const std::vector<std::string> keysWithDots = {"a/b", "a/./b", "a/../b", "b",     "./here", "here",
+                                               ".",   "..",    "../up",  "up/..", "x/../.."};
+
+/// Keys that mean one object each, on a server that checks signatures, by path and by host name.
+class OddKeys : public ::testing::TestWithParam<const char*> {
+protected:
+    OddKeys() { server.createBucket("demo"); }
+
+    std::string endpoint() const {
+        return "http://" + std::string(GetParam()) + ":" + std::to_string(server.port());
+    }
+
+    void put(const std::string& key) {
+        auto request = about<PutObjectRequest>(key);
+        request.SetBody(std::make_shared<std::stringstream>("content of " + key));
+        const auto outcome = client.PutObject(request);
+        EXPECT_TRUE(outcome.IsSuccess()) << key << ": " << outcome.GetError();
+    }
+
+    std::string get(const std::string& key) {
+        const auto outcome = client.GetObject(about<GetObjectRequest>(key));
+        if (!outcome.IsSuccess()) return outcome.GetError().GetExceptionName();
+        std::ostringstream content;
+        content << outcome.GetResult().GetBody().rdbuf();
+        return content.str();
+    }
+
+    void expectOneObjectEach(const std::vector<std::string>& keys) {
+        for (const auto& key : keys)
+            put(key);
+        EXPECT_THAT(server.keys("demo"), UnorderedElementsAreArray(keys));
+        for (const auto& key : keys) {
+            EXPECT_EQ(get(key), "content of " + key);
+            EXPECT_TRUE(client.HeadObject(about<HeadObjectRequest>(key)).IsSuccess()) << key;
+            EXPECT_TRUE(client.DeleteObject(about<DeleteObjectRequest>(key)).IsSuccess()) << key;
+            EXPECT_FALSE(server.object("demo", key)) << key;
+        }
+    }
+
+    s3server::Server server;
+    const Aws::S3::S3Client client = clientOf(endpoint());
+};
+
+class ObjectOperation : public ::testing::TestWithParam<Operation> {};
+
+/// Bodies for a server that must not hear of them.
+class UnsendableBodies : public ::testing::Test {
+protected:
+    void expectRefusal(const std::shared_ptr<std::iostream>& body) {
+        auto object = about<PutObjectRequest>("k");
+        object.SetBody(body);
+        expectRefused(client.PutObject(object));
+        object.SetContentLength(10);
+        expectRefused(client.PutObject(object));
+        auto part = about<UploadPartRequest>("k");
+        part.SetUploadId("id");
+        part.SetPartNumber(1);
+        part.SetBody(body);
+        expectRefused(client.UploadPart(part));
+        EXPECT_EQ(server.connections(), 0U);
+    }
+
+    template <typename Outcome>
+    static void expectRefused(const Outcome& outcome) {
+        ASSERT_FALSE(outcome.IsSuccess());
+        EXPECT_EQ(outcome.GetError().GetErrorType(), S3Errors::VALIDATION);
+        EXPECT_FALSE(outcome.GetError().ShouldRetry());
+    }
+
+    ScriptedServer server;
+    const Aws::S3::S3Client client = clientOf("http://" + server.endpoint());
+};
+
+}  // namespace
+
+TEST_P(OddKeys, KeepTheirSlashes) {
+    expectOneObjectEach(keysWithSlashes);
+}
+
+TEST_P(OddKeys, KeepTheirDotSegmentsUnderASignatureThatHolds) {
+    expectOneObjectEach(keysWithDots);
+}
+
+TEST_P(OddKeys, KeepTheirSlashesAsSourcesOfCopies) {
+    for (const std::string key : {"double", "/double"})
+        server.putObject("demo", key, "content of " + key);
+    const auto started = client.CreateMultipartUpload(about<CreateMultipartUploadRequest>("copy"));
+    auto copy = about<UploadPartCopyRequest>("copy");
+    copy.SetUploadId(started.GetResult().GetUploadId());
+    copy.SetPartNumber(1);
+    copy.SetCopySource("demo//double");
+    CompletedPart part;
+    part.SetPartNumber(1);
+    part.SetETag(client.UploadPartCopy(copy).GetResult().GetCopyPartResult().GetETag());
+    CompletedMultipartUpload parts;
+    parts.AddParts(part);
+    auto completion = about<CompleteMultipartUploadRequest>("copy");
+    completion.SetUploadId(started.GetResult().GetUploadId());
+    completion.SetMultipartUpload(parts);
+    EXPECT_TRUE(client.CompleteMultipartUpload(completion).IsSuccess());
+    EXPECT_THAT(server.object("demo", "copy"), Optional(Eq("content of /double")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Differences, OddKeys, ::testing::Values("127.0.0.1", "localhost"),
+                         [](const auto& test) {
+                             return std::string(test.index == 0 ? "ByPath" : "ByHostName");
+                         });
+
+TEST_P(ObjectOperation, NeedsAKeyAndABucket) {
+    const ScriptedServer server;
+    const auto client = clientOf("http://" + server.endpoint());
+    const auto withoutKey = GetParam().failureOf(client, "b", "");
+    const auto withoutBucket = GetParam().failureOf(client, "", "k");
+    ASSERT_TRUE(withoutKey && withoutBucket);
+    EXPECT_EQ(withoutKey->GetErrorType(), S3Errors::MISSING_PARAMETER);
+    EXPECT_EQ(withoutKey->GetExceptionName(), "MISSING_PARAMETER");
+    EXPECT_EQ(withoutKey->GetMessage(), "Missing required field [Key]");
+    EXPECT_EQ(withoutBucket->GetMessage(), "Missing required field [Bucket]");
+    EXPECT_EQ(server.connections(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Differences, ObjectOperation, ::testing::ValuesIn(objectOperations()),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_F(UnsendableBodies, CantBeRepositioned) {
+    expectRefusal(std::make_shared<StreamOver<UnseekableBuffer>>("0123456789"));
+    expectRefusal(std::make_shared<StreamOver<UnseekableBuffer>>(""));
+}
+
+TEST_F(UnsendableBodies, HaveFailedBefore) {
+    for (const auto state : {std::ios_base::badbit, std::ios_base::failbit}) {
+        const auto body = std::make_shared<std::stringstream>("0123456789");
+        body->setstate(state);
+        expectRefusal(body);
+    }
+}
+
+TEST_F(UnsendableBodies, CantBeRead) {
+    expectRefusal(std::make_shared<StreamOver<ThrowingBuffer>>("0123456789"));
+}
+
+TEST(DigestsOfABody, CoverWhatIsSentOfIt) {
+    ScriptedServer server({{Step::send(httpReply(200))}});
+    auto request = about<PutObjectRequest>("k");
+    const auto body = std::make_shared<std::stringstream>("0123456789");
+    request.SetBody(body);
+    request.SetContentLength(6);
+    EXPECT_TRUE(clientOf("http://" + server.endpoint()).PutObject(request).IsSuccess());
+    const auto sent = server.requests().at(0);
+    EXPECT_EQ(sent.body, "012345");
+    EXPECT_EQ(sent.header("content-md5"), "1qmpM8iq/FHlWsBmK25NSg==");
+    EXPECT_EQ(sent.header("x-amz-content-sha256"),
+              "2224512ef44a62e580bb1c0dcb33aff688f4e7da8a488aeb4e7ca402c5cacf45");
+    EXPECT_EQ(body->tellg(), 6);
+}
