@@ -329,13 +329,14 @@ TEST_P(CloudClientOnEmbeddedServer, UsesOneConnectionForOneCallAfterAnother) {
 }
 
 TEST_P(CloudClientOnEmbeddedServer, NeverOpensMoreConnectionsThanAllowed) {
-    storage::s3provider::S3CloudClient client(EmbeddedTarget::bucketName, target.sdkClient({}, 2), {1, 0},
-                                              EmbeddedTarget::region);
+    auto configuration = target.configuration();
+    configuration.maxConnections = 2;
+    const auto client = target.clientWith(configuration);
     std::vector<std::thread> threads;
     for (int t = 0; t < 8; ++t) {
         threads.emplace_back([&] {
             for (int i = 0; i < 5; ++i)
-                client.stat("missing");
+                client->stat("missing");
         });
     }
     for (auto& thread : threads)

@@ -58,30 +58,40 @@ std::string EmbeddedTarget::endpoint() const {
     return {};
 }
 
-std::shared_ptr<Aws::S3::S3Client> EmbeddedTarget::sdkClient(const Keys& keys,
-                                                             unsigned maxConnections) const {
-    Aws::Client::ClientConfiguration base;
-    base.region = region;
-    base.endpointOverride = endpoint();
-    base.maxConnections = maxConnections;
-    base.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(0);
-    if (tls_) base.caFile = tls_->authority.caFile().string();
-    const Aws::S3::S3ClientConfiguration configuration(
-        base, Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Never, true,
+Aws::Client::ClientConfiguration EmbeddedTarget::configuration() const {
+    Aws::Client::ClientConfiguration configuration;
+    configuration.region = region;
+    configuration.endpointOverride = endpoint();
+    configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(0);
+    if (tls_) configuration.caFile = tls_->authority.caFile().string();
+    return configuration;
+}
+
+std::shared_ptr<Aws::S3::S3Client> EmbeddedTarget::sdkClient(
+    const Aws::Client::ClientConfiguration& configuration, const Keys& keys) const {
+    const Aws::S3::S3ClientConfiguration s3Configuration(
+        configuration, Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Never, true,
         Aws::S3::US_EAST_1_REGIONAL_ENDPOINT_OPTION::NOT_SET);
     return std::make_shared<Aws::S3::S3Client>(
         std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>(keys.access, keys.secret, keys.token),
-        std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>(), configuration);
+        std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>(), s3Configuration);
 }
 
 std::unique_ptr<storage::s3provider::S3CloudClient> EmbeddedTarget::client(const Keys& keys) {
     return std::make_unique<storage::s3provider::S3CloudClient>(
-        bucketName, sdkClient(keys), storage::s3provider::S3ClientConfiguration{2, 0}, region);
+        bucketName, sdkClient(configuration(), keys), storage::s3provider::S3ClientConfiguration{2, 0},
+        region);
 }
 
 std::unique_ptr<storage::s3provider::S3CloudClient> EmbeddedTarget::clientOf(const std::string& bucket) {
     return std::make_unique<storage::s3provider::S3CloudClient>(
-        bucket, sdkClient(), storage::s3provider::S3ClientConfiguration{2, 0}, region);
+        bucket, sdkClient(configuration()), storage::s3provider::S3ClientConfiguration{2, 0}, region);
+}
+
+std::unique_ptr<storage::s3provider::S3CloudClient> EmbeddedTarget::clientWith(
+    const Aws::Client::ClientConfiguration& configuration) const {
+    return std::make_unique<storage::s3provider::S3CloudClient>(
+        bucketName, sdkClient(configuration), storage::s3provider::S3ClientConfiguration{2, 0}, region);
 }
 
 }  // namespace testsupport

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <aws/core/client/ClientConfiguration.h>
 #include <aws/s3/S3Client.h>
 
 #include <iosfwd>
@@ -39,8 +40,15 @@ public:
     std::unique_ptr<storage::s3provider::S3CloudClient> client(const Keys& keys = {});
     std::unique_ptr<storage::s3provider::S3CloudClient> clientOf(const std::string& bucket);
 
-    /// An SDK client that doesn't retry.
-    std::shared_ptr<Aws::S3::S3Client> sdkClient(const Keys& keys = {}, unsigned maxConnections = 25) const;
+    /// Leads an SDK client to this server, without retries.
+    Aws::Client::ClientConfiguration configuration() const;
+
+    std::shared_ptr<Aws::S3::S3Client> sdkClient(const Aws::Client::ClientConfiguration& configuration,
+                                                 const Keys& keys = {}) const;
+
+    /// A client for a configuration made from configuration().
+    std::unique_ptr<storage::s3provider::S3CloudClient> clientWith(
+        const Aws::Client::ClientConfiguration& configuration) const;
 
 private:
     struct Tls;

@@ -88,18 +88,26 @@ void expectConversation(const WireCase& conversation) {
     expectRequests(conversation, server);
 }
 
-std::shared_ptr<Aws::S3::S3Client> plainClient(const std::string& endpoint) {
+Aws::Client::ClientConfiguration plainConfiguration(const std::string& endpoint) {
     Aws::Client::ClientConfiguration base;
     base.region = "eu-west-3";
     base.endpointOverride = endpoint;
     base.scheme = Aws::Http::Scheme::HTTP;
     base.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(0);
+    return base;
+}
+
+std::shared_ptr<Aws::S3::S3Client> sdkClient(const Aws::Client::ClientConfiguration& base) {
     const Aws::S3::S3ClientConfiguration configuration(
         base, Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Never, true,
         Aws::S3::US_EAST_1_REGIONAL_ENDPOINT_OPTION::NOT_SET);
     return std::make_shared<Aws::S3::S3Client>(
         std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>("AKIDEXAMPLE", "SECRETEXAMPLE"),
         std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>(), configuration);
+}
+
+std::shared_ptr<Aws::S3::S3Client> plainClient(const std::string& endpoint) {
+    return sdkClient(plainConfiguration(endpoint));
 }
 
 std::string failureRecord(int status, const std::string& requestId, const std::string& name,

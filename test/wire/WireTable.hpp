@@ -1,5 +1,6 @@
 #pragma once
 
+#include <aws/core/client/ClientConfiguration.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -36,6 +37,12 @@ void PrintTo(const WireCase& conversation, std::ostream* out);
 
 /// Plays the conversation and expects it to go exactly as written.
 void expectConversation(const WireCase& conversation);
+
+/// For a server at `endpoint` ("host:port"): HTTP, region eu-west-3, no retries.
+Aws::Client::ClientConfiguration plainConfiguration(const std::string& endpoint);
+
+/// An SDK client that signs with "AKIDEXAMPLE".
+std::shared_ptr<Aws::S3::S3Client> sdkClient(const Aws::Client::ClientConfiguration& configuration);
 
 /// An SDK client for a server at `endpoint` ("host:port") over HTTP that never retries by itself.
 std::shared_ptr<Aws::S3::S3Client> plainClient(const std::string& endpoint);
