@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <thread>
 
 #include "conformance/Target.hpp"
 #include "support/CloudFailure.hpp"
@@ -58,6 +59,17 @@ TEST_F(LostReplies, MakeAnUploadFailThoughTheObjectIsThere) {
     EXPECT_THAT(stored(), Optional(Eq("content")));
     EXPECT_THAT(operations(), ElementsAre("PutObject", "GetBucketLocation"));
     EXPECT_NE(server.requests()[0].connection, server.requests()[1].connection);
+}
+
+TEST_F(LostReplies, DontKeepAnUploadThatWasGivenUpFromBeingStoredLater) {
+    configuration.requestTimeoutMs = 2000;
+    server.plan(Fault::stall().on("PutObject"));
+    EXPECT_THROW(put(), UnknownErrorException);
+    EXPECT_FALSE(stored());
+    server.releaseStalled();
+    while (!stored())
+        std::this_thread::yield();
+    EXPECT_THAT(stored(), Optional(Eq("content")));
 }
 
 TEST_F(LostReplies, MakeARemovalFailThoughTheObjectIsGone) {

@@ -157,3 +157,18 @@ TEST_F(BrokenConnections, ABodyWithoutLengthEndsWithItsConnection) {
     }
     EXPECT_THAT(requests(), ElementsAre("GET 1", "GET 2"));
 }
+
+TEST_F(BrokenConnections, DontMakeAnObjectMissing) {
+    server.expect({Step::close()});
+    server.expect({Step::send(locationReply("eu-west-3"))});
+    expectFailure<UnknownErrorException>(noIdentifier, [&] { client(1).stat("k"); });
+    EXPECT_THAT(requests(), ElementsAre("HEAD 1", "GET 2"));
+}
+
+TEST_F(BrokenConnections, DontEndAListing) {
+    server.expect({Step::send(headOf(content) + "<ListBucketResult/>"), Step::close()});
+    server.expect({Step::send(locationReply("eu-west-3"))});
+    std::string token = "next";
+    expectFailure<UnknownErrorException>(noIdentifier, [&] { client(1).list("", token, {"", 0}); });
+    EXPECT_EQ(token, "next");
+}
