@@ -18,7 +18,7 @@ demo: configure
 test: build
 	ctest --preset dev -j 2
 
-# The unit and wire tests once more under each sanitizer.
+# The unit, wire and conformance tests once more under each sanitizer.
 sanitizers:
 	tools/install-deps
 	for sanitizer in address undefined thread; do \
