@@ -55,6 +55,13 @@ std::optional<int> monthNumber(std::string_view name) {
     return static_cast<int>(found - months.begin());
 }
 
+/// The clock's nanoseconds end in the year 2262. A later date becomes the end of the year before: as far away
+/// as can be with room left to add to it.
+TimePoint timePoint(std::tm fields) {
+    constexpr std::time_t latest = 9214646399;  // 2261-12-31T23:59:59Z
+    return system_clock::from_time_t(std::min(timegm(&fields), latest));
+}
+
 }  // namespace
 
 std::string httpDate(TimePoint time) {
@@ -79,7 +86,7 @@ std::optional<TimePoint> parseHttpDate(std::string_view text) {
     at.tm_min = fields.number(20, 2, 0, 59);
     at.tm_sec = fields.number(23, 2, 0, 60);
     if (!month || !fields.good()) return std::nullopt;
-    return system_clock::from_time_t(timegm(&at));
+    return timePoint(at);
 }
 
 std::string xmlDate(TimePoint time) {
@@ -103,7 +110,7 @@ std::optional<TimePoint> parseSigningDate(std::string_view text) {
     at.tm_min = fields.number(11, 2, 0, 59);
     at.tm_sec = fields.number(13, 2, 0, 60);
     if (!fields.good()) return std::nullopt;
-    return system_clock::from_time_t(timegm(&at));
+    return timePoint(at);
 }
 
 }  // namespace s3server

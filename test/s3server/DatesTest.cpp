@@ -17,6 +17,13 @@ TEST(Dates, AreReadAsWritten) {
     EXPECT_EQ(parseSigningDate("20130524T000000Z"), time);
 }
 
+TEST(Dates, BehindTheClocksEndAreAsLateAsCanBe) {
+    const auto latest = parseHttpDate("Fri, 31 Dec 9999 23:59:59 GMT");
+    ASSERT_TRUE(latest);
+    EXPECT_EQ(httpDate(*latest), "Tue, 31 Dec 2261 23:59:59 GMT");
+    EXPECT_EQ(parseSigningDate("99991231T235959Z"), latest);
+}
+
 TEST(Dates, OfAnyOtherFormAreNone) {
     for (const char* const text : {"", "Fri, 24 May 2013 00:00:00", "Fri, 24 Foo 2013 00:00:00 GMT",
                                    "Fri, 24 May 2013 25:00:00 GMT", "Friday, 24-May-13 00:00:00 GMT"})
