@@ -1,5 +1,7 @@
 #include "Xml.hpp"
 
+#include <utf8.h>
+
 namespace s3server {
 
 XmlWriter::XmlWriter() : text_("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") {}
@@ -49,7 +51,7 @@ XmlWriter& XmlWriter::close() {
 std::string xmlEscaped(std::string_view text) {
     std::string result;
     result.reserve(text.size());
-    for (const char c : text) {
+    for (const char c : utf8::replace_invalid(text)) {
         const auto byte = static_cast<unsigned char>(c);
         switch (c) {
             case '&':

@@ -28,7 +28,8 @@ private:
     std::vector<std::string> open_;
 };
 
-/// Markup and every character that a parser would change on reading, as references.
+/// Markup and every character that a parser would change on reading, as references. What isn't UTF-8 becomes
+/// U+FFFD.
 std::string xmlEscaped(std::string_view text);
 
 }  // namespace s3server

@@ -20,6 +20,10 @@ TEST(XmlWriter, EscapesMarkupAndWhatAParserWouldChange) {
     EXPECT_EQ(xmlEscaped("a&b<c>\"d\"\r\n\t\xc3\xbc"), "a&amp;b&lt;c&gt;&quot;d&quot;&#13;&#10;&#9;\xc3\xbc");
 }
 
+TEST(XmlWriter, WritesUtf8WhateverItIsGiven) {
+    EXPECT_EQ(xmlEscaped("a\xff\xc3(b"), "a\xef\xbf\xbd\xef\xbf\xbd(b");
+}
+
 TEST(XmlReader, ReadsTextBackAsItWasWritten) {
     const std::string key = " a&b<c>\"'\r\n\xc3\xbc ";
     XmlWriter xml;
