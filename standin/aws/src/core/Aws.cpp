@@ -1,17 +1,23 @@
 #include <aws/core/Aws.h>
+#include <aws/core/auth/AWSCredentialsProvider.h>
 
-#include <list>
 #include <mutex>
 
-#include "core/CurlGlobal.hpp"
+#include "core/ProcessState.hpp"
 
-namespace Aws {
+namespace standin::aws {
 namespace {
 
-/// One entry for every InitAPI() without its ShutdownAPI().
+Profiles configProfiles() {
+    Aws::Config::AWSConfigFileProfileConfigLoader file(Aws::Auth::GetConfigProfileFilename(), true);
+    file.Load();
+    return file.GetProfiles();
+}
+
 struct ApiUses {
     std::mutex mutex;
-    std::list<standin::aws::CurlGlobal> uses;
+    std::size_t count = 0;  // of InitAPI() without its ShutdownAPI()
+    std::shared_ptr<ProcessState> state;
 };
 
 // Left alone at exit: libraries that end late may still call ShutdownAPI().
@@ -22,14 +28,28 @@ ApiUses& apiUses() {
 
 }  // namespace
 
+ProcessState::ProcessState() : configProfiles(standin::aws::configProfiles()), metadata(metadataEndpoint()) {}
+
+std::shared_ptr<ProcessState> processState() {
+    const std::lock_guard lock(apiUses().mutex);
+    return apiUses().state;
+}
+
+}  // namespace standin::aws
+
+namespace Aws {
+
+using namespace standin::aws;
+
 void InitAPI(const SDKOptions& /*options*/) {
     const std::lock_guard lock(apiUses().mutex);
-    apiUses().uses.emplace_back();
+    if (!apiUses().state) apiUses().state = std::make_shared<ProcessState>();
+    ++apiUses().count;
 }
 
 void ShutdownAPI(const SDKOptions& /*options*/) {
     const std::lock_guard lock(apiUses().mutex);
-    if (!apiUses().uses.empty()) apiUses().uses.pop_back();
+    if (apiUses().count > 0 && --apiUses().count == 0) apiUses().state.reset();
 }
 
 }  // namespace Aws

@@ -64,6 +64,7 @@ ClientState::ClientState(const ClientConfiguration& clientConfiguration,
           return complete;
       }()),
       credentials(std::move(credentialsProvider)),
+      userAgent(standin::aws::userAgent(configuration.retryStrategy->GetStrategyName())),
       connections(configuration) {}
 
 Call::Call(ClientState& client, const ExchangeRequest& request, const AnswerJudge& judge)
@@ -106,10 +107,9 @@ Headers Call::unsignedHeaders(long retries) const {
     Headers headers = request_.headers;
     headers["amz-sdk-invocation-id"] = invocationId_;
     headers["amz-sdk-request"] = attemptHeader(retries);
-    headers["user-agent"] =
-        !configuration.userAgent.empty()
-            ? configuration.userAgent
-            : userAgent(configuration.retryStrategy->GetStrategyName(), request_.serviceId);
+    headers["user-agent"] = !configuration.userAgent.empty()
+                                ? configuration.userAgent
+                                : client_.userAgent + " api/" + request_.serviceId;
     if (sendsBody_) headers["content-length"] = std::to_string(body_.size());
     if (request_.sendMd5) headers["content-md5"] = digests_.md5;
     return headers;

@@ -25,6 +25,7 @@ struct ClientState {
     const CurlGlobal curl;
     const Aws::Client::ClientConfiguration configuration;  ///< its retry strategy is never null
     const std::shared_ptr<Aws::Auth::AWSCredentialsProvider> credentials;
+    const std::string userAgent;  ///< up to the service's part
     ConnectionPool connections;
     ServerClock clock;
     Signer signer;

@@ -1,11 +1,11 @@
 #include "core/Connection.hpp"
 
 #include <algorithm>
-#include <cctype>
 #include <new>
 #include <string_view>
 
 #include "core/ConnectionOptions.hpp"
+#include "core/Text.hpp"
 
 namespace standin::aws {
 namespace {
@@ -48,21 +48,9 @@ HeaderList headerList(const Headers& headers, bool disableExpectHeader) {
 struct Receiver {
     CURL* handle;
     WireAnswer& answer;
+    std::size_t longestBody;
     bool headEnded = false;  ///< the empty line behind the last answer's headers has come
 };
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(), [](unsigned char c) { return std::tolower(c); });
-    return out;
-}
 
 void addHeader(Headers& headers, std::string_view line) {
     const auto colon = line.find(':');
@@ -102,11 +90,13 @@ void reserveForAnnounced(const Receiver& receiver) {
     curl_off_t announced = -1;
     curl_easy_getinfo(receiver.handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
     if (announced > 0)
-        receiver.answer.body.reserve(static_cast<std::size_t>(std::min(announced, largestReservation)));
+        receiver.answer.body.reserve(std::min(
+            receiver.longestBody, static_cast<std::size_t>(std::min(announced, largestReservation))));
 }
 
 std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* target) {
     const auto& receiver = *static_cast<Receiver*>(target);
+    if (size * count > receiver.longestBody - receiver.answer.body.size()) return 0;
     try {
         if (receiver.answer.body.empty()) reserveForAnnounced(receiver);
         receiver.answer.body.append(bytes, size * count);
@@ -160,7 +150,7 @@ Connection::Connection(const Aws::Client::ClientConfiguration& configuration)
 void Connection::perform(const WireRequest& request, WireAnswer& answer) {
     CURL* const handle = handle_.get();
     const HeaderList headers = headerList(request.headers, disableExpectHeader_);
-    Receiver receiver{handle, answer};
+    Receiver receiver{handle, answer, request.longestAnswer};
     answer.body.clear();
     setMethod(request);
     setOption(handle, CURLOPT_URL, request.url.c_str());

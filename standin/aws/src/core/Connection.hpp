@@ -4,6 +4,8 @@
 #include <aws/core/http/HttpTypes.h>
 #include <curl/curl.h>
 
+#include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -18,6 +20,8 @@ struct WireRequest {
     std::string url;              ///< encoded
     Headers headers;              ///< all but those libcurl adds: Host, Accept, Expect and the proxy's
     RequestBody* body = nullptr;  ///< not owned; null: none is sent
+    /// In bytes; a longer body fails the transfer.
+    std::size_t longestAnswer = std::numeric_limits<std::size_t>::max();
 };
 
 /// What came back, as far as it came.

@@ -10,7 +10,8 @@ namespace {
 using Aws::Http::HttpMethod;
 
 constexpr int maxRedirects = 5;
-constexpr std::array<const char*, 2> credentialHeaders = {"authorization", "x-amz-security-token"};
+constexpr std::array<const char*, 3> credentialHeaders = {"authorization", "x-amz-security-token",
+                                                          "x-aws-ec2-metadata-token"};
 
 /// A URL taken apart by libcurl, which will go where it reads the URL to point.
 class ParsedUrl {

@@ -24,9 +24,13 @@ bool isAuthority(const std::string& text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), isAuthorityCharacter);
 }
 
+bool isHeaderValue(const std::string& text) {
+    return std::none_of(text.begin(), text.end(), isControlCharacter);
+}
+
 void checkHeaders(const Headers& headers) {
     for (const auto& [name, value] : headers) {
-        if (std::any_of(value.begin(), value.end(), isControlCharacter)) {
+        if (!isHeaderValue(value)) {
             throw UnsendableRequest("The value of the header " + name + " holds a control character");
         }
     }

@@ -12,6 +12,9 @@ namespace standin::aws {
 /// Whether a text names a host, with or without port, and can mean nothing else within a URL.
 bool isAuthority(const std::string& text);
 
+/// Whether a text can be a header's value: one without control characters, tabs aside.
+bool isHeaderValue(const std::string& text);
+
 /// Throws UnsendableRequest for a value that would end its header or be cut off.
 void checkHeaders(const Headers& headers);
 

@@ -2,6 +2,11 @@
 
 #include <sys/utsname.h>
 
+#include <algorithm>
+
+#include "core/EnvironmentVariable.hpp"
+#include "core/Settings.hpp"
+
 namespace standin::aws {
 namespace {
 
@@ -15,14 +20,27 @@ std::string compiler() {
 #endif
 }
 
+bool endsWord(char c) {
+    return static_cast<unsigned char>(c) <= ' ' || c == 0x7f;
+}
+
+/// Nothing for an empty value.
+std::string word(const char* label, std::string value) {
+    if (value.empty()) return {};
+    std::replace_if(value.begin(), value.end(), endsWord, '_');
+    return label + value;
+}
+
 }  // namespace
 
-std::string userAgent(const std::string& retryStrategyName, const std::string& serviceId) {
+std::string userAgent(const std::string& retryStrategyName) {
     utsname system{};
     uname(&system);
     return std::string("aws-sdk-cpp/1.11.274 ua/2.0 md/aws-crt#0.26.2 os/") + system.sysname + '/' +
            system.release + " md/arch#" + system.machine + " lang/c++#C++11 md/" + compiler() +
-           " cfg/retry-mode#" + retryStrategyName + " api/" + serviceId;
+           " cfg/retry-mode#" + retryStrategyName +
+           word(" exec-env/", environmentVariable("AWS_EXECUTION_ENV")) +
+           word(" app/", setting("AWS_SDK_UA_APP_ID", "sdk_ua_app_id"));
 }
 
 }  // namespace standin::aws

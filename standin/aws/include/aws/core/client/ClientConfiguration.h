@@ -13,14 +13,22 @@ enum class FollowRedirectsPolicy { DEFAULT, ALWAYS, NEVER };
 
 /// How a client reaches its service. A client copies what it is given, so changes come too late for it.
 struct ClientConfiguration {
-    /// The values below, and a default retry strategy.
+    /// The values below, and those that the environment and the config file set for the profile that
+    /// Aws::Auth::GetConfigProfileName() names. The file is read by InitAPI(), once.
+    ///
+    /// The region is AWS_DEFAULT_REGION, AWS_REGION, the profile's `region`, the machine's own, or
+    /// "us-east-1": the first that is there. Only a machine in Amazon EC2 knows its own; asking elsewhere
+    /// takes some seconds if nothing answers. AWS_EC2_METADATA_DISABLED=true avoids it.
     ClientConfiguration();
+
+    /// The same by the name of a profile, and without asking the machine.
+    explicit ClientConfiguration(const char* profile, bool shouldDisableIMDS = false);
 
     Aws::String userAgent;  ///< empty: the SDK's own
     Aws::Http::Scheme scheme = Aws::Http::Scheme::HTTPS;
-    Aws::String region = "us-east-1";
-    Aws::String profileName = "default";  ///< for credentials providers; the client itself reads no profile
-    Aws::String endpointOverride;         ///< host, host:port or a URL; empty: the service's own endpoint
+    Aws::String region;
+    Aws::String profileName;       ///< for credentials providers; the client itself reads no profile
+    Aws::String endpointOverride;  ///< host, host:port or a URL; empty: the service's own endpoint
     bool useDualStack = false;
     bool useFIPS = false;
 
@@ -32,6 +40,7 @@ struct ClientConfiguration {
     bool enableTcpKeepAlive = true;
     unsigned long tcpKeepAliveIntervalMs = 30000;
 
+    /// By AWS_RETRY_MODE or the profile's `retry_mode`, and AWS_MAX_ATTEMPTS or `max_attempts`.
     std::shared_ptr<RetryStrategy> retryStrategy;
 
     bool allowSystemProxy = false;  ///< without proxyHost: whether http_proxy and its like are honoured
@@ -48,7 +57,7 @@ struct ClientConfiguration {
     FollowRedirectsPolicy followRedirects = FollowRedirectsPolicy::DEFAULT;
     bool disableExpectHeader = false;
     bool enableClockSkewAdjustment = true;  ///< corrects the signing time by the service's clock
-    bool disableIMDS = false;               ///< for credentials providers
+    bool disableIMDS = false;               ///< whether the machine wasn't to be asked
 };
 
 }  // namespace Aws::Client

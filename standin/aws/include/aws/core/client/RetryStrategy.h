@@ -6,6 +6,7 @@
 #include <aws/core/utils/Outcome.h>
 
 #include <memory>
+#include <mutex>
 
 namespace Aws::Client {
 
@@ -36,6 +37,35 @@ public:
 
     /// Told to the service in the user agent.
     virtual const char* GetStrategyName() const { return "custom"; }
+};
+
+/// Retries what is retryable after random delays whose bound doubles from a second to twenty, as the retry
+/// mode "standard" of the reference guide for AWS SDKs and tools has it. All of a client's requests draw on
+/// one quota, which successes refill: while most requests fail, few are repeated.
+class StandardRetryStrategy : public RetryStrategy {
+public:
+    static constexpr long defaultMaxAttempts = 3;
+
+    /// The first attempt included.
+    explicit StandardRetryStrategy(long maxAttempts = defaultMaxAttempts);
+
+    /// Takes from the quota when the answer is true.
+    bool ShouldRetry(const AWSError<CoreErrors>& error, long attemptedRetries) const override;
+    long CalculateDelayBeforeNextRetry(const AWSError<CoreErrors>& error,
+                                       long attemptedRetries) const override;
+    long GetMaxAttempts() const override { return maxAttempts_; }
+    void RequestBookkeeping(const HttpResponseOutcome& outcome) override;
+    void RequestBookkeeping(const HttpResponseOutcome& outcome,
+                            const AWSError<CoreErrors>& lastError) override;
+    const char* GetStrategyName() const override { return "standard"; }
+
+private:
+    bool takeQuota(int amount) const;
+    void returnQuota(int amount) const;
+
+    long maxAttempts_;
+    mutable std::mutex mutex_;
+    mutable int quota_;
 };
 
 }  // namespace Aws::Client
