@@ -1,0 +1,13 @@
+#pragma once
+
+#include "settings/core/Settings.hpp"
+
+#include <memory>
+
+namespace settings {
+
+/// The settings in the JSON file that the environment names, or in the user's own; empty settings when the
+/// user has none. Throws core::SettingsError.
+std::shared_ptr<core::Settings> readSettingsFile();
+
+}  // namespace settings
