@@ -20,9 +20,8 @@ bool AWSConfigFileProfileConfigLoader::LoadInternal() {
     m_profiles.clear();
     const auto content = standin::aws::readProfileFile(fileName_);
     if (!content) return false;
-    auto profiles = standin::aws::parseProfiles(
+    m_profiles = standin::aws::parseProfiles(
         *content, useProfilePrefix_ ? ProfileSections::Prefixed : ProfileSections::Named);
-    if (profiles) m_profiles = std::move(*profiles);
     return !m_profiles.empty();
 }
 

@@ -20,9 +20,8 @@ constexpr std::size_t shortestLine = 3;
 constexpr std::string_view profileWord = "profile";
 constexpr std::string_view defaultProfile = "default";
 
-bool isBlank(char c) {
-    return std::string_view(" \t").find(c) != std::string_view::npos;
-}
+/// What may stand around a section's title; around settings it is all white space.
+constexpr std::string_view blanks = " \t";
 
 bool isNameCharacter(char c) {
     const bool alphanumeric = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
@@ -30,6 +29,7 @@ bool isNameCharacter(char c) {
 }
 
 std::string_view withoutComment(std::string_view line) {
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     return line.substr(0, line.find_first_of("#;"));
 }
 
@@ -40,9 +40,9 @@ std::string meaningOf(std::string_view text) {
 
 /// What stands between the brackets; nothing when there is more on the line.
 std::optional<std::string_view> sectionTitle(std::string_view line) {
-    const std::string_view text = trimmed(line);
+    const std::string_view text = trimmed(line, blanks);
     if (text.front() != '[' || text.back() != ']') return std::nullopt;
-    return trimmed(text.substr(1, text.size() - 2));
+    return trimmed(text.substr(1, text.size() - 2), blanks);
 }
 
 bool isProfileName(std::string_view text) {
@@ -55,9 +55,10 @@ std::optional<std::string> profileName(std::string_view line, ProfileSections se
     if (!title) return std::nullopt;
     if (sections == ProfileSections::Prefixed && *title != defaultProfile) {
         const bool prefixed = title->substr(0, profileWord.size()) == profileWord &&
-                              title->size() > profileWord.size() && isBlank((*title)[profileWord.size()]);
+                              title->size() > profileWord.size() &&
+                              blanks.find((*title)[profileWord.size()]) != std::string_view::npos;
         if (!prefixed) return std::nullopt;
-        title = trimmed(title->substr(profileWord.size()));
+        title = trimmed(title->substr(profileWord.size()), blanks);
     }
     return isProfileName(*title) ? std::optional<std::string>(*title) : std::nullopt;
 }
@@ -75,9 +76,9 @@ class Reader {
 public:
     explicit Reader(ProfileSections sections) : sections_(sections) {}
 
-    /// False when the line makes the text no profile file.
+    /// False when the line can't be part of a profile file.
     bool readLine(std::string_view line) {
-        if (line.size() < shortestLine || trimmed(line).empty()) return true;
+        if (line.size() < shortestLine || trimmed(line, blanks).empty()) return true;
         const bool hasBrackets =
             line.find('[') != std::string_view::npos && line.find(']') != std::string_view::npos;
         if (hasBrackets) {
@@ -87,10 +88,20 @@ public:
         return section_ == Section::Other || (section_ == Section::Profile && readSetting(line));
     }
 
-    Profiles takeProfiles() {
-        endSection();
-        return std::move(profiles_);
+    void endSection() {
+        if (section_ != Section::Profile) return;
+        Aws::Config::Profile& profile = profiles_[name_];
+        profile.SetName(name_);
+        const auto region = settings_.find("region");
+        if (region != settings_.end()) profile.SetRegion(region->second);
+        const auto accessKeyId = settings_.find("aws_access_key_id");
+        if (accessKeyId != settings_.end())
+            profile.SetCredentials(credentialsFrom(settings_, accessKeyId->second));
+        profile.SetAllKeyValPairs(std::exchange(settings_, {}));
     }
+
+    /// Of the sections that ended.
+    Profiles takeProfiles() { return std::move(profiles_); }
 
 private:
     enum class Section { None, Profile, Other };
@@ -109,18 +120,6 @@ private:
         return true;
     }
 
-    void endSection() {
-        if (section_ != Section::Profile) return;
-        Aws::Config::Profile& profile = profiles_[name_];
-        profile.SetName(name_);
-        const auto region = settings_.find("region");
-        if (region != settings_.end()) profile.SetRegion(region->second);
-        const auto accessKeyId = settings_.find("aws_access_key_id");
-        if (accessKeyId != settings_.end())
-            profile.SetCredentials(credentialsFrom(settings_, accessKeyId->second));
-        profile.SetAllKeyValPairs(std::exchange(settings_, {}));
-    }
-
     ProfileSections sections_;
     Section section_ = Section::None;
     std::string name_;
@@ -130,13 +129,14 @@ private:
 
 }  // namespace
 
-std::optional<Profiles> parseProfiles(std::string_view text, ProfileSections sections) {
+Profiles parseProfiles(std::string_view text, ProfileSections sections) {
     Reader reader(sections);
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
-        if (!reader.readLine(withoutComment(line))) return std::nullopt;
+        if (!reader.readLine(withoutComment(line))) return reader.takeProfiles();
         text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
+    reader.endSection();
     return reader.takeProfiles();
 }
 

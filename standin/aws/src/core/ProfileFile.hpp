@@ -17,13 +17,14 @@ enum class ProfileSections {
     Prefixed  ///< "[profile x]", and "[default]", as in a config file
 };
 
-/// Nothing for a text that isn't a profile file, as one with a line that is neither section nor setting.
+/// A line that is neither section nor setting ends the reading, and its section counts for nothing; so does a
+/// setting before the first section.
 ///
 /// A "#" or ";" begins a comment wherever it stands. Lines of one or two characters are passed over.
 /// Indented settings are the profile's own like any others. Sections that are no profiles are passed over.
 /// Of a profile with several sections, region and credentials of the last one that has them count, and the
 /// last one's settings.
-std::optional<Profiles> parseProfiles(std::string_view text, ProfileSections sections);
+Profiles parseProfiles(std::string_view text, ProfileSections sections);
 
 /// The file's content; nothing when it can't be read or is larger than any such file.
 std::optional<std::string> readProfileFile(const std::string& fileName);

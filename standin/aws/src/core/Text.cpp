@@ -4,11 +4,10 @@
 
 namespace standin::aws {
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view whiteSpace = " \t\r\n\v\f";
-    const auto first = text.find_first_not_of(whiteSpace);
+std::string_view trimmed(std::string_view text, std::string_view unwanted) {
+    const auto first = text.find_first_not_of(unwanted);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
+    return text.substr(first, text.find_last_not_of(unwanted) - first + 1);
 }
 
 std::string lowerCase(std::string_view text) {

@@ -5,8 +5,8 @@
 
 namespace standin::aws {
 
-/// Without white space at either end: blanks, tabs, line ends, form feeds.
-std::string_view trimmed(std::string_view text);
+/// Without these characters at either end; by default all ASCII white space.
+std::string_view trimmed(std::string_view text, std::string_view unwanted = " \t\r\n\v\f");
 
 /// ASCII letters only, whatever the locale.
 std::string lowerCase(std::string_view text);
