@@ -8,7 +8,9 @@
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read.hpp>
 #include <boost/asio/write.hpp>
+#include <functional>
 #include <list>
 #include <mutex>
 #include <thread>
@@ -28,6 +30,23 @@ tcp::endpoint loopback(std::uint16_t port) {
     return {asio::ip::address_v4::loopback(), port};
 }
 
+/// Reads the head of a CONNECT request, byte by byte so that nothing behind it is taken, and grants it. The
+/// target; empty when it was something else.
+std::string grantTunnel(tcp::socket& client) {
+    constexpr std::size_t longestHead = 16384;
+    std::string head;
+    char byte = 0;
+    error_code end;
+    while (head.size() < longestHead && head.find("\r\n\r\n") == std::string::npos) {
+        if (asio::read(client, asio::buffer(&byte, 1), end) == 0) return {};
+        head += byte;
+    }
+    const std::string method = "CONNECT ";
+    if (head.compare(0, method.size(), method) != 0) return {};
+    asio::write(client, asio::buffer(std::string("HTTP/1.1 200 Connection established\r\n\r\n")), end);
+    return head.substr(method.size(), head.find(' ', method.size()) - method.size());
+}
+
 // Not through the socket object, which another thread is using.
 void shutDown(tcp::socket& socket, int direction) {
     ::shutdown(socket.native_handle(), direction);
@@ -36,11 +55,18 @@ void shutDown(tcp::socket& socket, int direction) {
 /// One connection on its way, one thread a direction.
 class Carried {
 public:
-    Carried(tcp::socket client, tcp::socket server, const Relay::Fate& fate)
-        : client_(std::move(client)), server_(std::move(server)), fate_(fate) {}
+    /// Told of a tunnel's target; null: the connection is carried from its first byte on.
+    using TunnelListener = std::function<void(std::string)>;
+
+    Carried(tcp::socket client, tcp::socket server, const Relay::Fate& fate, TunnelListener onTunnel)
+        : client_(std::move(client)),
+          server_(std::move(server)),
+          fate_(fate),
+          onTunnel_(std::move(onTunnel)) {}
 
     /// Returns when the connection has ended on both sides.
     void serve() {
+        if (onTunnel_ && !openTunnel()) return close();
         std::thread back([this] { carry(server_, client_, fate_.fromServer); });
         carry(client_, server_, fate_.fromClient);
         back.join();
@@ -56,6 +82,13 @@ public:
     }
 
 private:
+    bool openTunnel() {
+        std::string target = grantTunnel(client_);
+        const bool granted = !target.empty();
+        if (granted) onTunnel_(std::move(target));
+        return granted;
+    }
+
     void carry(tcp::socket& from, tcp::socket& to, std::size_t limit) {
         std::array<char, 16384> buffer{};
         while (limit > 0) {
@@ -90,6 +123,7 @@ private:
     tcp::socket client_;
     tcp::socket server_;
     const Relay::Fate fate_;
+    const TunnelListener onTunnel_;
     std::atomic<bool> broken_ = false;
     std::mutex closing_;  // held while the descriptors go, which may be another's afterwards
 };
@@ -99,7 +133,8 @@ private:
 /// Accepts connections and owns their threads.
 class Relay::Listener {
 public:
-    explicit Listener(std::uint16_t serverPort) : serverPort_(serverPort), acceptor_(context_) {
+    Listener(std::uint16_t serverPort, Opening opening)
+        : serverPort_(serverPort), opening_(opening), acceptor_(context_) {
         acceptor_.open(tcp::v4());
         acceptor_.set_option(asio::socket_base::receive_buffer_size(receiveBufferSize));
         acceptor_.bind(loopback(0));
@@ -122,6 +157,11 @@ public:
 
     std::size_t accepted() const { return accepted_; }
 
+    std::vector<std::string> tunnels() const {
+        const std::lock_guard lock(mutex_);
+        return tunnels_;
+    }
+
     void breakNext(const Fate& fate) {
         const std::lock_guard lock(mutex_);
         next_ = fate;
@@ -129,8 +169,9 @@ public:
 
 private:
     struct Entry {
-        Entry(tcp::socket client, tcp::socket server, const Fate& fate)
-            : carried(std::move(client), std::move(server), fate), thread([this] { carried.serve(); }) {}
+        Entry(tcp::socket client, tcp::socket server, const Fate& fate, Carried::TunnelListener onTunnel)
+            : carried(std::move(client), std::move(server), fate, std::move(onTunnel)),
+              thread([this] { carried.serve(); }) {}
 
         Carried carried;
         std::thread thread;
@@ -149,7 +190,15 @@ private:
 
     void start(tcp::socket client, tcp::socket server) {
         ++accepted_;
-        entries_.emplace_back(std::move(client), std::move(server), takeFate());
+        Carried::TunnelListener onTunnel;
+        if (opening_ == Opening::Connect)
+            onTunnel = [this](std::string target) { noteTunnel(std::move(target)); };
+        entries_.emplace_back(std::move(client), std::move(server), takeFate(), std::move(onTunnel));
+    }
+
+    void noteTunnel(std::string target) {
+        const std::lock_guard lock(mutex_);
+        tunnels_.push_back(std::move(target));
     }
 
     Fate takeFate() {
@@ -158,23 +207,34 @@ private:
     }
 
     const std::uint16_t serverPort_;
+    const Opening opening_;
     asio::io_context context_;
     tcp::acceptor acceptor_;
     std::uint16_t port_ = 0;
     std::atomic<bool> stopping_ = false;
     std::atomic<std::size_t> accepted_ = 0;
-    std::mutex mutex_;
+    mutable std::mutex mutex_;
     Fate next_;
+    std::vector<std::string> tunnels_;
     std::list<Entry> entries_;  // touched by the acceptor only, until it has ended
     std::thread thread_;
 };
 
-Relay::Relay(std::uint16_t serverPort) : listener_(std::make_unique<Listener>(serverPort)) {}
+Relay::Relay(std::uint16_t serverPort, Opening opening)
+    : listener_(std::make_unique<Listener>(serverPort, opening)) {}
 
 Relay::~Relay() = default;
 
 std::string Relay::endpoint() const {
-    return "127.0.0.1:" + std::to_string(listener_->port());
+    return "127.0.0.1:" + std::to_string(port());
+}
+
+std::uint16_t Relay::port() const {
+    return listener_->port();
+}
+
+std::vector<std::string> Relay::tunnels() const {
+    return listener_->tunnels();
 }
 
 void Relay::breakNext(const Fate& fate) {

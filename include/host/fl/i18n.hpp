@@ -28,6 +28,9 @@ std::u16string to_ustring(const char* text);
 std::u16string to_ustring(const std::string& text);
 /// @}
 
+/// Wide text as UTF-16. Throws conversion_error for what is no code point.
+std::u16string to_ustring(const std::wstring& text);
+
 /// UTF-16 as wide text, one wchar_t a code point. Throws conversion_error.
 std::wstring to_wstring(const std::u16string& text);
 

@@ -40,6 +40,7 @@ TEST_P(TextForms, ConvertIntoEachOther) {
     EXPECT_EQ(fl::i18n::to_string(form.utf16), form.utf8);
     EXPECT_EQ(fl::i18n::ustring_to_utf8(form.utf16), form.utf8);
     EXPECT_EQ(fl::i18n::to_wstring(form.utf16), form.wide);
+    EXPECT_EQ(fl::i18n::to_ustring(form.wide), form.utf16);
 }
 
 INSTANTIATE_TEST_SUITE_P(Text, TextForms, testing::ValuesIn(forms),
@@ -122,6 +123,16 @@ TEST(EnvironmentText, ShowsIllFormedBytesAsReplacementCharacters) {
                                    "b\xED\xA0\x80"
                                    "c\xE2\x82"}};
     EXPECT_EQ(fl::i18n::getenv("S3P_TEST"), u"a\uFFFDb\uFFFDc\uFFFD");
+}
+
+TEST(WideText, ThrowsForWhatIsNoCodePoint) {
+    for (const wchar_t wrong :
+         {wchar_t{0xD800}, wchar_t{0xDFFF}, wchar_t{0x110000}, static_cast<wchar_t>(-1)}) {
+        const std::wstring text = std::wstring(L"ab") + wrong;
+        EXPECT_THAT(
+            [&] { fl::i18n::to_ustring(text); },
+            ThrowsMessage<conversion_error>("ill-formed wide text: no code point at character 2 of 3"));
+    }
 }
 
 }  // namespace

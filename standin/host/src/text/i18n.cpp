@@ -2,6 +2,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
@@ -44,6 +45,17 @@ void requireWellFormed(const std::string& text) {
                            std::to_string(text.size()));
 }
 
+constexpr bool isCodePoint(wchar_t c) {
+    return (c >= 0 && c < 0xD800) || (c > 0xDFFF && c <= 0x10FFFF);
+}
+
+void requireWellFormed(const std::wstring& text) {
+    const auto invalid = std::find_if_not(text.begin(), text.end(), isCodePoint);
+    if (invalid == text.end()) return;
+    throw conversion_error("ill-formed wide text: no code point at character " +
+                           std::to_string(invalid - text.begin()) + " of " + std::to_string(text.size()));
+}
+
 std::u16string wellFormedToUtf16(const std::string& text) {
     std::u16string converted;
     utf8::unchecked::utf8to16(text.begin(), text.end(), std::back_inserter(converted));
@@ -79,6 +91,13 @@ std::u16string to_ustring(const char* text) {
 std::u16string to_ustring(const std::string& text) {
     requireWellFormed(text);
     return wellFormedToUtf16(text);
+}
+
+std::u16string to_ustring(const std::wstring& text) {
+    requireWellFormed(text);
+    std::string utf8Text;
+    utf8::unchecked::utf32to8(text.begin(), text.end(), std::back_inserter(utf8Text));
+    return wellFormedToUtf16(utf8Text);
 }
 
 std::wstring to_wstring(const std::u16string& text) {

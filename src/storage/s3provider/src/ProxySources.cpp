@@ -1,0 +1,71 @@
+#include "ProxySources.hpp"
+
+#include <boost/lexical_cast/try_lexical_convert.hpp>
+#include <contextmgr/ContextRegistry.hpp>
+#include <cstdlib>
+#include <fl/i18n.hpp>
+#include <optional>
+#include <settings/core/Settings.hpp>
+#include <settings/in_orrery/settings.hpp>
+#include <utility>
+#include <vector>
+
+namespace storage::s3provider {
+
+namespace {
+
+// In the process's own narrow environment; nothing when not set.
+std::optional<std::wstring> wideVariable(const char* name) {
+    const char* const value = std::getenv(name);
+    if (value == nullptr) return std::nullopt;
+    return fl::i18n::to_wstring(fl::i18n::to_ustring(value));
+}
+
+int portFrom(const std::string& text) {
+    int port = 0;
+    return boost::conversion::try_lexical_convert(text, port) ? port : 0;
+}
+
+std::shared_ptr<settings::core::Settings> webPreferences() {
+    const auto root = settings::in_orrery::getSettingsRoot(contextmgr::ContextRegistry::getKvrID());
+    return root->getSettingsByFullName("orrery.web");
+}
+
+}  // namespace
+
+webproxy::ProxyInfo ConfiguredProxy::getProxyInfo() const {
+    return {m_host, m_port, m_username, m_password};
+}
+
+bool ConfiguredProxy::isConfigured() const {
+    return !m_host.empty();
+}
+
+EnvironmentProxyType::EnvironmentProxyType() {
+    const auto host = wideVariable("ZR_PROXY_HOST");
+    if (!host) return;
+    m_host = *host;
+    if (const char* const port = std::getenv("ZR_PROXY_PORT")) m_port = portFrom(port);
+    m_username = wideVariable("ZR_PROXY_USERNAME").value_or(L"");
+    m_password = wideVariable("ZR_PROXY_PASSWORD").value_or(L"");
+}
+
+PreferencesProxyType::PreferencesProxyType() {
+    const auto preferences = webPreferences();
+    if (!preferences || !preferences->get<bool>("UseProxy", "")) return;
+    const auto text = [&](const char* key) { return preferences->get<std::u16string>(key, ""); };
+    m_host = fl::i18n::to_wstring(text("ProxyHost"));
+    m_port = portFrom(fl::i18n::to_string(text("ProxyPort")));
+    if (!preferences->get<bool>("UseProxyAuthentication", "")) return;
+    m_username = fl::i18n::to_wstring(text("ProxyUsername"));
+    m_password = fl::i18n::to_wstring(text("ProxyPassword"));
+}
+
+std::shared_ptr<webproxy::ProxyProvider> makeProxyProvider() {
+    const std::vector<std::shared_ptr<webproxy::ProxyTypeIntf>> sources{
+        std::make_shared<EnvironmentProxyType>(), std::make_shared<PreferencesProxyType>()};
+    std::shared_ptr<webproxy::SystemProxiesIntf> system = std::make_shared<webproxy::DefaultSystemProxies>();
+    return std::make_shared<webproxy::ProxyProvider>(std::move(system), sources);
+}
+
+}  // namespace storage::s3provider

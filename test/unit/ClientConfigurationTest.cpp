@@ -1,0 +1,149 @@
+#include <foundation/certificates/certificates.hpp>
+#include <stdexcept>
+
+#include "AwsS3ClientFactory.hpp"
+#include "unit/FactoryTest.hpp"
+
+using namespace testsupport;
+using namespace storage::s3provider;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+using Proxies = std::vector<webproxy::ProxyInfo>;
+
+const std::string proxyFailure = "Caught exception while parsing proxy information.\n what(): ";
+
+/// Lets proxies be looked up.
+class ClientConfiguration : public FactoryTest {
+protected:
+    ClientConfiguration() { environment.unset("ZR_AWS_PROXY"); }
+
+    static Aws::Client::ClientConfiguration with(const Proxies& proxies) {
+        return makeClientConfiguration([&](const std::wstring&) { return proxies; });
+    }
+};
+
+TEST_F(ClientConfiguration, SpeaksHttpOnlyForTheUpperCaseWord) {
+    for (const char* const word : {"", "https", "http", "Http", "HTTP ", " HTTP", "HTTPS"}) {
+        environment.set("ZR_AWS_SCHEME", word);
+        EXPECT_EQ(with({}).scheme, Aws::Http::Scheme::HTTPS) << word;
+    }
+    environment.unset("ZR_AWS_SCHEME");
+    EXPECT_EQ(with({}).scheme, Aws::Http::Scheme::HTTPS);
+    environment.set("ZR_AWS_SCHEME", "HTTP");
+    EXPECT_EQ(with({}).scheme, Aws::Http::Scheme::HTTP);
+}
+
+TEST_F(ClientConfiguration, SetsItsLimitsAndLeavesTheRestToTheSdk) {
+    const Aws::Client::ClientConfiguration plain;
+    const auto configuration = with({});
+    EXPECT_EQ(configuration.maxConnections, 1000u);
+    EXPECT_EQ(configuration.requestTimeoutMs, 300000);
+    EXPECT_EQ(configuration.connectTimeoutMs, 300000);
+    EXPECT_EQ(configuration.httpRequestTimeoutMs, plain.httpRequestTimeoutMs);
+    EXPECT_EQ(configuration.region, plain.region);
+    EXPECT_EQ(configuration.endpointOverride, plain.endpointOverride);
+    EXPECT_EQ(configuration.verifySSL, plain.verifySSL);
+    EXPECT_EQ(configuration.proxyScheme, plain.proxyScheme);
+    EXPECT_EQ(configuration.proxyHost, plain.proxyHost);
+    EXPECT_EQ(configuration.proxyPort, plain.proxyPort);
+    EXPECT_THAT(log.records(), IsEmpty());
+}
+
+TEST_F(ClientConfiguration, TakesTheFirstProxyOnly) {
+    const auto configuration = with({{L"proxy.example", 3128, L"user", L"pass w\u00F6rd"},
+                                     {L"second", 1, L"", L""},
+                                     {L"third", 2, L"", L""}});
+    EXPECT_EQ(configuration.proxyHost, "proxy.example");
+    EXPECT_EQ(configuration.proxyPort, 3128u);
+    EXPECT_EQ(configuration.proxyUserName, "user");
+    EXPECT_EQ(configuration.proxyPassword, "pass w\xC3\xB6rd");
+}
+
+TEST_F(ClientConfiguration, LooksForTheProxyOfS3AsAWhole) {
+    std::wstring asked;
+    makeClientConfiguration([&](const std::wstring& url) {
+        asked = url;
+        return Proxies{};
+    });
+    EXPECT_EQ(asked, L"https://s3.amazonaws.com/");
+}
+
+TEST_F(ClientConfiguration, LooksForNoProxyWhenTheSwitchIsOff) {
+    environment.set("ZR_AWS_PROXY", "OFF");
+    bool asked = false;
+    const auto lookup = [&](const std::wstring&) {
+        asked = true;
+        return Proxies{{L"proxy.example", 3128, L"", L""}};
+    };
+    EXPECT_EQ(makeClientConfiguration(lookup).proxyHost, "");
+    EXPECT_FALSE(asked);
+    for (const char* const word : {"off", "Off", "0", "OFF ", "no"}) {
+        environment.set("ZR_AWS_PROXY", word);
+        EXPECT_EQ(makeClientConfiguration(lookup).proxyHost, "proxy.example") << word;
+    }
+}
+
+TEST_F(ClientConfiguration, FindsTheEnvironmentsProxyByItself) {
+    environment.set("ZR_PROXY_HOST", "proxy.example");
+    environment.set("ZR_PROXY_PORT", "3128");
+    EXPECT_EQ(makeClientConfiguration().proxyHost, "proxy.example");
+    environment.set("ZR_PROXY_HOST", "other.example");
+    EXPECT_EQ(makeClientConfiguration().proxyHost, "other.example");
+    environment.set("ZR_AWS_PROXY", "OFF");
+    EXPECT_EQ(makeClientConfiguration().proxyHost, "");
+}
+
+TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenTheLookupFails) {
+    environment.set("ZR_ROOT_CERT_FILE", "/certificates/file");
+    const auto configuration =
+        makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::runtime_error("boom"); });
+    EXPECT_EQ(configuration.proxyHost, "");
+    EXPECT_EQ(configuration.caFile, "/certificates/file");
+    EXPECT_EQ(configuration.maxConnections, 1000u);
+    EXPECT_EQ(configuration.requestTimeoutMs, 300000);
+    ASSERT_EQ(log.records().size(), 1u);
+    EXPECT_EQ(log.records()[0].level, 256);
+    EXPECT_EQ(log.records()[0].text, proxyFailure + "boom");
+}
+
+TEST_F(ClientConfiguration, KeepsWhatWasSetWhenAProxysFieldsCannotBeRead) {
+    const std::wstring illFormed{static_cast<wchar_t>(0xD800)};
+    const auto configuration = with({{L"proxy.example", 3128, illFormed, L"secret"}});
+    EXPECT_EQ(configuration.proxyHost, "proxy.example");
+    EXPECT_EQ(configuration.proxyPort, Aws::Client::ClientConfiguration().proxyPort);
+    EXPECT_EQ(configuration.proxyPassword, "");
+    ASSERT_EQ(log.records().size(), 1u);
+    EXPECT_THAT(log.texts()[0], ::testing::StartsWith(proxyFailure));
+}
+
+TEST_F(ClientConfiguration, WritesNoRecordOfAFailedLookupUnlessItsLevelIsEnabled) {
+    const LogCapture others{factoryChannel, LogCapture::allLevels & ~256U};
+    makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::runtime_error("boom"); });
+    EXPECT_THAT(others.records(), IsEmpty());
+}
+
+TEST_F(ClientConfiguration, LetsOtherThingsThanExceptionsPass) {
+    EXPECT_THROW(makeClientConfiguration([](const std::wstring&) -> Proxies { throw 7; }), int);
+    EXPECT_THAT(log.records(), IsEmpty());
+}
+
+TEST_F(ClientConfiguration, TakesCertificatesFromTheEnvironmentUnchecked) {
+    environment.set("ZR_ROOT_CERT_FILE", "/no/such/file");
+    environment.set("ZR_ROOT_CERT_PATH", "/no/such/folder");
+    EXPECT_EQ(with({}).caFile, "/no/such/file");
+    EXPECT_EQ(with({}).caPath, "/no/such/folder");
+}
+
+TEST_F(ClientConfiguration, TakesTheSystemsCertificatesOtherwise) {
+    for (const char* const variable : {"ZR_ROOT_CERT_FILE", "ZR_ROOT_CERT_PATH"})
+        environment.set(variable, "");
+    EXPECT_EQ(rootCertificateFile(), foundation::certificates::getSystemCertificatesFile());
+    EXPECT_EQ(rootCertificatePath(), foundation::certificates::getSystemCertificatesFolder());
+    EXPECT_EQ(with({}).caFile, rootCertificateFile());
+    EXPECT_EQ(with({}).caPath, rootCertificatePath());
+}
+
+}  // namespace

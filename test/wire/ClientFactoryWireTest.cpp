@@ -1,0 +1,226 @@
+#include <future>
+#include <set>
+#include <thread>
+
+#include "AwsS3ClientFactory.hpp"
+#include "S3ProviderFactoryV2.hpp"
+#include "support/ScriptedServer.hpp"
+#include "unit/FactoryTest.hpp"
+
+using namespace testsupport;
+using namespace storage::s3provider;
+using ::testing::AllOf;
+using ::testing::Each;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+namespace {
+
+Script located(const std::string& constraint) {
+    return {Step::send(httpReply(200, {}, "<LocationConstraint>" + constraint + "</LocationConstraint>"))};
+}
+
+const Script deniedLocation = {
+    Step::send(httpReply(403, {}, "<Error><Code>AccessDenied</Code><Message>no</Message></Error>"))};
+
+/// A factory whose requests to Amazon all end at a scripted server, through a proxy of the environment and
+/// with TLS as it is.
+class ClientFactory : public FactoryTest {
+protected:
+    ClientFactory() {
+        environment.unset("ZR_AWS_PROXY");
+        environment.set("ZR_PROXY_HOST", "127.0.0.1");
+        environment.set("ZR_PROXY_PORT", std::to_string(amazon.port()));
+        environment.set("ZR_ROOT_CERT_FILE", authority.caFile().string());
+        environment.set("AWS_ACCESS_KEY_ID", "key");
+        environment.set("AWS_SECRET_ACCESS_KEY", "secret");
+    }
+
+    static ScriptedServer::Options behindTunnel(const CertificateFiles& certificate) {
+        ScriptedServer::Options options;
+        options.certificate = certificate;
+        return options;
+    }
+
+    /// Requests for a bucket's location that arrived, as the host they went to.
+    std::vector<std::string> lookups() const {
+        std::vector<std::string> hosts;
+        for (const auto& request : amazon.requests()) {
+            if (request.method == "CONNECT") continue;
+            EXPECT_EQ(request.target, "/?location");
+            EXPECT_TRUE(request.tls);
+            hosts.push_back(request.header("Host"));
+        }
+        return hosts;
+    }
+
+    TestAuthority authority;
+    ScriptedServer amazon{
+        {}, behindTunnel(authority.issue({"*.s3.us-east-2.amazonaws.com", "*.s3.ap-south-1.amazonaws.com"}))};
+    S3ProviderFactoryV2 factory{nullptr};
+};
+
+TEST_F(ClientFactory, TakesTheChosenRegionWithoutAskingAndRemembersIt) {
+    environment.set("AWS_DEFAULT_REGION", "eu-west-1");
+    environment.set("AWS_REGION", "us-west-2");
+    const auto client = factory.getClientForBucket("bucket");
+    EXPECT_EQ(client, factory.getClientForRegion("eu-west-1"));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-1");
+    EXPECT_THAT(amazon.requests(), IsEmpty());
+}
+
+TEST_F(ClientFactory, AsksS3ForARegionThatNobodyChoseOnce) {
+    amazon.expect(located("eu-west-3"));
+    const auto client = factory.getClientForBucket("bucket");
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-3");
+    EXPECT_EQ(client, factory.getClientForRegion("eu-west-3"));
+    EXPECT_EQ(client, factory.getClientForBucket("bucket"));
+    EXPECT_THAT(lookups(), ::testing::ElementsAre("bucket.s3.us-east-2.amazonaws.com"));
+    EXPECT_THAT(amazon.requests().back().header("authorization"), HasSubstr("/us-east-2/s3/aws4_request"));
+}
+
+TEST_F(ClientFactory, AsksThroughTheLookupRegionThatIsSet) {
+    environment.set("ZR_AWS_GETLOCATION_REGION", "ap-south-1");
+    amazon.expect(located("eu-west-3"));
+    factory.getClientForBucket("bucket");
+    EXPECT_THAT(lookups(), ::testing::ElementsAre("bucket.s3.ap-south-1.amazonaws.com"));
+    environment.set("ZR_AWS_GETLOCATION_REGION", "");
+    amazon.expect(located("eu-west-3"));
+    factory.getClientForBucket("other");
+    EXPECT_EQ(lookups().back(), "other.s3.us-east-2.amazonaws.com");
+}
+
+TEST_F(ClientFactory, SendsItsLookupThroughTheClientOfTheLookupRegion) {
+    amazon.expect(located("us-east-2"));
+    const auto lookupClient = factory.getClientForRegion("us-east-2");
+    EXPECT_EQ(factory.getClientForBucket("bucket"), lookupClient);
+}
+
+TEST_F(ClientFactory, TakesABucketWithoutConstraintForOneInUsEast1) {
+    amazon.expect({Step::send(httpReply(200, {}, "<LocationConstraint/>"))});
+    const auto client = factory.getClientForBucket("bucket");
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "us-east-1");
+    EXPECT_EQ(client, factory.getClientForRegion("us-east-1"));
+}
+
+TEST_F(ClientFactory, UsesTheEmptyRegionsClientWhenS3DoesNotTell) {
+    amazon.expect(deniedLocation);
+    amazon.expect(deniedLocation);
+    const auto client = factory.getClientForBucket("bucket");
+    EXPECT_EQ(client, factory.getClientForRegion(""));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "");
+    EXPECT_EQ(factory.getClientForBucket("other"), client);
+    EXPECT_THAT(lookups(), SizeIs(2));
+    EXPECT_THAT(log.records(), IsEmpty());
+}
+
+TEST_F(ClientFactory, AsksAgainWhenALookupFailed) {
+    amazon.expect(deniedLocation);
+    amazon.expect(located("eu-west-3"));
+    factory.getClientForBucket("bucket");
+    EXPECT_EQ(factory.getClientForBucket("bucket"), factory.getClientForRegion("eu-west-3"));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-3");
+}
+
+TEST_F(ClientFactory, PrefersAChoiceToWhatItRemembers) {
+    amazon.expect(located("eu-west-3"));
+    factory.getClientForBucket("bucket");
+    environment.set("AWS_REGION", "us-west-2");
+    EXPECT_EQ(factory.getClientForBucket("bucket"), factory.getClientForRegion("us-west-2"));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "us-west-2");
+    environment.unset("AWS_REGION");
+    EXPECT_EQ(factory.getClientForBucket("bucket"), factory.getClientForRegion("us-west-2"));
+}
+
+TEST_F(ClientFactory, PrefersWhatItRemembersToAsking) {
+    factory.storeBucketRegion("bucket", "eu-north-1");
+    factory.storeBucketRegion("bucket", "eu-south-1");
+    EXPECT_EQ(factory.getClientForBucket("bucket"), factory.getClientForRegion("eu-south-1"));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-south-1");
+    EXPECT_EQ(factory.getCachedBucketRegion("Bucket"), "");
+    EXPECT_THAT(amazon.requests(), IsEmpty());
+}
+
+TEST_F(ClientFactory, MakesAClientForAnEndpointEachTime) {
+    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "http://127.0.0.1:1");
+    const auto first = factory.getClientForBucket("bucket");
+    EXPECT_NE(first, nullptr);
+    EXPECT_NE(first, factory.getClientForBucket("bucket"));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "");
+    EXPECT_THAT(amazon.requests(), IsEmpty());
+    environment.unset("ZR_AWS_ENDPOINT_OVERRIDE");
+    factory.storeBucketRegion("bucket", "eu-west-3");
+    EXPECT_NE(first, factory.getClientForBucket("bucket"));
+}
+
+TEST_F(ClientFactory, RemembersAChosenRegionForAnEndpointToo) {
+    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "http://127.0.0.1:1");
+    environment.set("AWS_REGION", "eu-west-2");
+    const auto client = factory.getClientForBucket("bucket");
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-2");
+    environment.unset("ZR_AWS_ENDPOINT_OVERRIDE");
+    EXPECT_NE(factory.getClientForRegion("eu-west-2"), client);
+}
+
+TEST_F(ClientFactory, SharesAClientAmongTheBucketsOfARegion) {
+    amazon.expect(located("eu-west-3"));
+    amazon.expect(located("eu-west-3"));
+    amazon.expect(located("eu-west-1"));
+    const auto client = factory.getClientForBucket("one");
+    EXPECT_EQ(factory.getClientForBucket("two"), client);
+    EXPECT_NE(factory.getClientForBucket("three"), client);
+}
+
+TEST_F(ClientFactory, KeepsARegionsClientWhateverTheEnvironmentBecomes) {
+    environment.set("AWS_REGION", "eu-west-1");
+    const auto client = factory.getClientForBucket("bucket");
+    environment.set("ZR_AWS_SCHEME", "HTTP");
+    EXPECT_EQ(factory.getClientForBucket("bucket"), client);
+    EXPECT_EQ(makeClientConfiguration().scheme, Aws::Http::Scheme::HTTP);
+    environment.set("AWS_REGION", "eu-west-2");
+    EXPECT_NE(factory.getClientForBucket("bucket"), client);
+}
+
+TEST_F(ClientFactory, MakesOneClientOfARegionForManyThreads) {
+    constexpr int threads = 16;
+    for (int i = 0; i < threads; ++i)
+        amazon.expect(located("eu-west-3"));
+    std::vector<std::future<std::shared_ptr<Aws::S3::S3Client>>> opened;
+    for (int i = 0; i < threads; ++i) {
+        opened.push_back(std::async(std::launch::async, [this, i] {
+            return factory.getClientForBucket(i % 2 == 0 ? "bucket" : "bucket-" + std::to_string(i));
+        }));
+    }
+    std::set<std::shared_ptr<Aws::S3::S3Client>> clients;
+    for (auto& each : opened)
+        clients.insert(each.get());
+    EXPECT_THAT(clients, SizeIs(1));
+    EXPECT_EQ(*clients.begin(), factory.getClientForRegion("eu-west-3"));
+}
+
+TEST_F(ClientFactory, OpensAKnownBucketWhileALookupStalls) {
+    std::promise<void> arrived;
+    std::promise<void> goOn;
+    amazon.expect({Step::sendMade([&] {
+        arrived.set_value();
+        goOn.get_future().wait();
+        return httpReply(200, {}, "<LocationConstraint>eu-west-3</LocationConstraint>");
+    })});
+    factory.storeBucketRegion("known", "eu-west-1");
+    auto stalled = std::async(std::launch::async, [&] { return factory.getClientForBucket("unknown"); });
+    arrived.get_future().wait();
+    EXPECT_EQ(factory.getClientForBucket("known"), factory.getClientForRegion("eu-west-1"));
+    EXPECT_EQ(factory.getCachedBucketRegion("known"), "eu-west-1");
+    goOn.set_value();
+    EXPECT_EQ(stalled.get(), factory.getClientForRegion("eu-west-3"));
+}
+
+TEST_F(ClientFactory, LeavesItsCacheAloneWhenAClientCannotBeMade) {
+    environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");  // no text, so no chain
+    EXPECT_THROW(factory.getClientForRegion("eu-west-3"), std::exception);
+    environment.unset("AWS_SHARED_CREDENTIALS_FILE");
+    EXPECT_NE(factory.getClientForRegion("eu-west-3"), nullptr);
+}
+
+}  // namespace

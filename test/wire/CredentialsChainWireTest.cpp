@@ -1,0 +1,191 @@
+#include <atomic>
+#include <thread>
+
+#include "ZRCredentialsProviderChain.hpp"
+#include "support/ScriptedServer.hpp"
+#include "unit/FactoryTest.hpp"
+
+using namespace testsupport;
+using storage::s3provider::ZRCredentialsProviderChain;
+using ::testing::IsEmpty;
+
+namespace {
+
+std::string profile(const std::string& key) {
+    return "[default]\naws_access_key_id = " + key + "\naws_secret_access_key = secret-of-" + key + "\n";
+}
+
+/// A chain on a machine whose metadata service is a scripted server.
+class CredentialsChain : public FactoryTest {
+protected:
+    CredentialsChain() {
+        environment.unset("AWS_EC2_METADATA_DISABLED");
+        environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
+    }
+
+    void setKeys(const char* key, const char* secret) {
+        environment.set("AWS_ACCESS_KEY_ID", key);
+        environment.set("AWS_SECRET_ACCESS_KEY", secret);
+    }
+
+    /// Later than any time a file got by being written.
+    void touch(const std::filesystem::path& file) {
+        laterBy_ += std::chrono::seconds(10);
+        std::filesystem::last_write_time(file, std::filesystem::file_time_type::clock::now() + laterBy_);
+    }
+
+    std::size_t asked() const { return metadata.requests().size(); }
+
+    static ScriptedServer::Options always() {
+        ScriptedServer::Options options;
+        options.repeatLast = true;
+        return options;
+    }
+
+    ScriptedServer metadata{{{Step::send(httpReply(404))}}, always()};
+
+private:
+    std::chrono::seconds laterBy_{0};
+};
+
+void expectKeys(const Aws::Auth::AWSCredentials& credentials, const std::string& key,
+                const std::string& secret, const std::string& token = "") {
+    EXPECT_EQ(credentials.GetAWSAccessKeyId(), key);
+    EXPECT_EQ(credentials.GetAWSSecretKey(), secret);
+    EXPECT_EQ(credentials.GetSessionToken(), token);
+}
+
+TEST_F(CredentialsChain, TakesTheEnvironmentsKeysAndAsksNobodyElse) {
+    write(".aws/credentials", profile("file"));
+    setKeys("key", "secret");
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "key", "secret");
+    environment.set("AWS_SESSION_TOKEN", "token");
+    expectKeys(chain.GetAWSCredentials(), "key", "secret", "token");
+    setKeys("other", "changed");
+    expectKeys(chain.GetAWSCredentials(), "other", "changed", "token");
+    EXPECT_EQ(asked(), 0u);
+}
+
+TEST_F(CredentialsChain, PassesOverAKeyWithoutSecret) {
+    write(".aws/credentials", profile("file"));
+    environment.set("AWS_ACCESS_KEY_ID", "key");
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "file", "secret-of-file");
+    EXPECT_EQ(asked(), 0u);
+}
+
+TEST_F(CredentialsChain, HasEmptyCredentialsWhenNobodyHasAny) {
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "", "");
+    EXPECT_GT(asked(), 0u);
+}
+
+TEST_F(CredentialsChain, LeavesAMetadataServiceAloneThatHasNothing) {
+    ZRCredentialsProviderChain chain;
+    chain.GetAWSCredentials();
+    const auto once = asked();
+    for (int i = 0; i < 20; ++i)
+        chain.GetAWSCredentials();
+    EXPECT_EQ(asked(), once);
+}
+
+TEST_F(CredentialsChain, ReadsTheCredentialsFileAgainWhenItChanges) {
+    const auto file = write(".aws/credentials", profile("first"));
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "first", "secret-of-first");
+    write(".aws/credentials", profile("second"));
+    touch(file);
+    expectKeys(chain.GetAWSCredentials(), "second", "secret-of-second");
+    std::filesystem::remove(file);
+    expectKeys(chain.GetAWSCredentials(), "", "");
+    write(".aws/credentials", profile("third"));
+    expectKeys(chain.GetAWSCredentials(), "third", "secret-of-third");
+}
+
+TEST_F(CredentialsChain, KeepsWhatItReadFromAFileThatLooksUnchanged) {
+    const auto file = write(".aws/credentials", profile("first"));
+    const auto time = std::filesystem::last_write_time(file);
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "first", "secret-of-first");
+    write(".aws/credentials", profile("second"));
+    std::filesystem::last_write_time(file, time);
+    expectKeys(chain.GetAWSCredentials(), "first", "secret-of-first");
+}
+
+TEST_F(CredentialsChain, FollowsTheCredentialsFileToAnotherName) {
+    write(".aws/credentials", profile("home"));
+    const auto other = write("other", profile("other"));
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "home", "secret-of-home");
+    environment.set("AWS_SHARED_CREDENTIALS_FILE", other.string());
+    expectKeys(chain.GetAWSCredentials(), "other", "secret-of-other");
+}
+
+TEST_F(CredentialsChain, AsksTheMetadataServiceAnewOnceTheFileChanged) {
+    const auto file = write(".aws/credentials", "");
+    ZRCredentialsProviderChain chain;
+    chain.GetAWSCredentials();
+    const auto once = asked();
+    touch(file);
+    chain.GetAWSCredentials();
+    EXPECT_EQ(asked(), 2 * once);
+}
+
+TEST_F(CredentialsChain, ThrowsWhatTheHostsTextFunctionsThrow) {
+    ZRCredentialsProviderChain chain;
+    environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");
+    EXPECT_THROW(chain.GetAWSCredentials(), std::exception);
+    environment.unset("AWS_SHARED_CREDENTIALS_FILE");
+    expectKeys(chain.GetAWSCredentials(), "", "");
+}
+
+TEST_F(CredentialsChain, ServesManyThreadsWhileTheFileChanges) {
+    const auto file = write(".aws/credentials", profile("key"));
+    ZRCredentialsProviderChain chain;
+    std::atomic<bool> stop{false};
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> readers;
+    for (int i = 0; i < 4; ++i) {
+        readers.emplace_back([&] {
+            while (!stop)
+                if (chain.GetAWSCredentials().GetAWSAccessKeyId() != "key") ++wrong;
+        });
+    }
+    for (int i = 0; i < 50; ++i)
+        touch(file);
+    stop = true;
+    for (auto& reader : readers)
+        reader.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+/// A metadata service that has credentials.
+class CredentialsOfTheMachine : public FactoryTest {
+protected:
+    CredentialsOfTheMachine() {
+        environment.unset("AWS_EC2_METADATA_DISABLED");
+        environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
+        metadata.expect({Step::send(httpReply(200, {}, "the-token"))});
+        metadata.expect({Step::send(httpReply(200, {}, "the-role"))});
+        metadata.expect({Step::send(
+            httpReply(200, {}, R"({"Code": "Success", "AccessKeyId": "machine", "SecretAccessKey": "secret",
+                         "Token": "session", "Expiration": "2099-01-01T00:00:00Z"})"))});
+        metadata.expect({Step::send(httpReply(200, {}, "eu-west-3a"))});
+    }
+
+    ScriptedServer metadata;
+};
+
+TEST_F(CredentialsOfTheMachine, AreTakenLastAndKept) {
+    environment.set("AWS_ACCESS_KEY_ID", "key without secret");
+    ZRCredentialsProviderChain chain;
+    for (int i = 0; i < 3; ++i)
+        expectKeys(chain.GetAWSCredentials(), "machine", "secret", "session");
+    ASSERT_EQ(metadata.requests().size(), 4u);
+    EXPECT_EQ(metadata.requests()[0].method, "PUT");
+    EXPECT_EQ(metadata.requests()[0].target, "/latest/api/token");
+    EXPECT_EQ(metadata.requests()[2].header("x-aws-ec2-metadata-token"), "the-token");
+}
+
+}  // namespace
