@@ -166,11 +166,14 @@ protected:
     CredentialsOfTheMachine() {
         environment.unset("AWS_EC2_METADATA_DISABLED");
         environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
-        metadata.expect({Step::send(httpReply(200, {}, "the-token"))});
-        metadata.expect({Step::send(httpReply(200, {}, "the-role"))});
-        metadata.expect({Step::send(
-            httpReply(200, {}, R"({"Code": "Success", "AccessKeyId": "machine", "SecretAccessKey": "secret",
-                         "Token": "session", "Expiration": "2099-01-01T00:00:00Z"})"))});
+        // The SDK asks for the credentials twice, and then where the machine is.
+        for (int round = 0; round < 2; ++round) {
+            metadata.expect({Step::send(httpReply(200, {}, "the-token"))});
+            metadata.expect({Step::send(httpReply(200, {}, "the-role"))});
+            metadata.expect({Step::send(httpReply(
+                200, {}, R"({"Code": "Success", "AccessKeyId": "machine", "SecretAccessKey": "secret",
+                             "Token": "session", "Expiration": "2099-01-01T00:00:00Z"})"))});
+        }
         metadata.expect({Step::send(httpReply(200, {}, "eu-west-3a"))});
     }
 
@@ -182,7 +185,8 @@ TEST_F(CredentialsOfTheMachine, AreTakenLastAndKept) {
     ZRCredentialsProviderChain chain;
     for (int i = 0; i < 3; ++i)
         expectKeys(chain.GetAWSCredentials(), "machine", "secret", "session");
-    ASSERT_EQ(metadata.requests().size(), 4u);
+    ASSERT_EQ(metadata.requests().size(), 7u);
+    EXPECT_EQ(metadata.unexpectedRequests(), 0u);
     EXPECT_EQ(metadata.requests()[0].method, "PUT");
     EXPECT_EQ(metadata.requests()[0].target, "/latest/api/token");
     EXPECT_EQ(metadata.requests()[2].header("x-aws-ec2-metadata-token"), "the-token");
