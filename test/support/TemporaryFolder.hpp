@@ -2,18 +2,19 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
 namespace testsupport {
 
-/// An empty folder that goes, with all that is in it, at the end.
+/// A new folder among the system's temporary ones that goes, with all it holds, when this object does.
 class TemporaryFolder {
 public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "s3provider-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr)
-            throw std::system_error(errno, std::generic_category(), "temporary folder");
+    /// `name` begins the folder's name. Throws std::runtime_error when it can't be made.
+    explicit TemporaryFolder(const std::string& name) {
+        std::string pattern = (std::filesystem::temp_directory_path() / (name + "-XXXXXX")).string();
+        if (!::mkdtemp(pattern.data())) throw std::runtime_error("can't make the folder " + pattern);
         path_ = pattern;
     }
     ~TemporaryFolder() {

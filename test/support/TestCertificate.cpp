@@ -7,12 +7,10 @@
 #include <openssl/x509v3.h>
 
 #include <arpa/inet.h>
-#include <stdlib.h>
 
 #include <array>
 #include <cstdio>
 #include <stdexcept>
-#include <system_error>
 
 namespace testsupport {
 namespace {
@@ -121,12 +119,6 @@ void write(const std::filesystem::path& path, EVP_PKEY& key) {
             "writing " + path.string());
 }
 
-std::filesystem::path makeTemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "test-authority-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("test certificate: can't make " + pattern);
-    return pattern;
-}
-
 }  // namespace
 
 struct TestAuthority::Keys {
@@ -134,7 +126,7 @@ struct TestAuthority::Keys {
     CertificatePtr certificate = newCertificate(*key, "Test Authority", 1, Validity::Current);
 };
 
-TestAuthority::TestAuthority() : folder_(makeTemporaryFolder()), keys_(std::make_unique<Keys>()) {
+TestAuthority::TestAuthority() : keys_(std::make_unique<Keys>()) {
     X509& certificate = *keys_->certificate;
     X509_set_issuer_name(&certificate, X509_get_subject_name(&certificate));
     addExtension(certificate, certificate, NID_basic_constraints, "critical,CA:TRUE");
@@ -146,17 +138,14 @@ TestAuthority::TestAuthority() : folder_(makeTemporaryFolder()), keys_(std::make
     write(caFolder() / hashedName(certificate), certificate);
 }
 
-TestAuthority::~TestAuthority() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
+TestAuthority::~TestAuthority() = default;
 
 std::filesystem::path TestAuthority::caFile() const {
-    return folder_ / "ca.pem";
+    return folder_.path() / "ca.pem";
 }
 
 std::filesystem::path TestAuthority::caFolder() const {
-    return folder_ / "trusted";
+    return folder_.path() / "trusted";
 }
 
 CertificateFiles TestAuthority::issue(const std::vector<std::string>& names, Validity validity) {
@@ -170,7 +159,8 @@ CertificateFiles TestAuthority::issue(const std::vector<std::string>& names, Val
     addExtension(*certificate, *keys_->certificate, NID_authority_key_identifier, "keyid");
     require(X509_sign(certificate.get(), keys_->key.get(), EVP_sha256()) > 0, "signing");
 
-    CertificateFiles files{folder_ / ("server-" + number + ".pem"), folder_ / ("server-" + number + ".key")};
+    CertificateFiles files{folder_.path() / ("server-" + number + ".pem"),
+                           folder_.path() / ("server-" + number + ".key")};
     write(files.certificate, *certificate);
     write(files.key, *key);
     return files;

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "support/TemporaryFolder.hpp"
+
 namespace testsupport {
 
 /// PEM files of a server's certificate and its private key.
@@ -37,7 +39,7 @@ public:
 private:
     struct Keys;
 
-    std::filesystem::path folder_;
+    TemporaryFolder folder_{"test-authority"};
     std::unique_ptr<Keys> keys_;
     long issued_ = 0;
 };
