@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "cli/Process.hpp"
+#include "support/Process.hpp"
 
 namespace bench {
 namespace {

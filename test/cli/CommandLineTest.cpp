@@ -9,7 +9,7 @@
 #include <s3server/Server.hpp>
 #include <sstream>
 
-#include "cli/Process.hpp"
+#include "support/Process.hpp"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "cli/Process.hpp"
+#include "support/Process.hpp"
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -48,6 +48,7 @@ struct Pipe {
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> all;
+    all.reserve(texts.size() + 1);
     for (auto& text : texts)
         all.push_back(text.data());
     all.push_back(nullptr);
