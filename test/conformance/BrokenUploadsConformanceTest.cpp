@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "conformance/Target.hpp"
+#include "conformance/EmbeddedTarget.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/Relay.hpp"
 
@@ -24,13 +24,11 @@ class BrokenUploads : public ::testing::TestWithParam<Way> {
 protected:
     BrokenUploads() {
         server.putObject(EmbeddedTarget::bucketName, "object", "before");
-        const std::string scheme = GetParam() == Way::HttpsPath ? "https://" : "http://";
+        const std::string scheme = overTls(GetParam()) ? "https://" : "http://";
         configuration.endpointOverride = scheme + relay->endpoint();
     }
 
-    std::unique_ptr<storage::s3provider::S3CloudClient> client() const {
-        return target.clientWith(configuration);
-    }
+    std::unique_ptr<CloudClient> client() const { return target.clientWith(configuration); }
 
     static void put(CloudClient& client, const std::string& content) {
         std::istringstream in(content);

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <thread>
 
-#include "conformance/Target.hpp"
+#include "conformance/CloudClientConformance.hpp"
 #include "support/CloudFailure.hpp"
 
 using namespace testsupport;
@@ -15,8 +15,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
-
-constexpr std::uint64_t partSize = std::uint64_t{5} * 1024 * 1024;
 
 // Names that encodings trip over.
 const std::string awkwardKeys[] = {
@@ -44,41 +42,6 @@ std::string contentOf(std::size_t size) {
 }
 
 }  // namespace
-
-class CloudClientConformance : public ::testing::TestWithParam<Way> {
-protected:
-    void put(const std::string& key, const std::string& content) {
-        std::istringstream in(content);
-        client->upload(key, in, content.size());
-    }
-
-    std::string get(const std::string& key, std::uint64_t start = 0, std::uint64_t end = 0) {
-        std::ostringstream out;
-        client->download(key, out, start, end);
-        return out.str();
-    }
-
-    std::vector<std::string> names(const std::string& prefix, const ListOptions& options) {
-        std::vector<std::string> all;
-        std::string token;
-        do {
-            for (const auto& entry : client->list(prefix, token, options))
-                all.push_back(entry.name);
-        } while (!token.empty());
-        return all;
-    }
-
-    PartInfo part(const std::string& key, const std::string& id, std::uint64_t index,
-                  const std::string& content) {
-        std::istringstream in(content);
-        PartInfo info{index, index * partSize, content.size(), ""};
-        info.Tag = client->uploadPart(key, id, info, in);
-        return info;
-    }
-
-    EmbeddedTarget target{GetParam()};
-    std::unique_ptr<CloudClient> client = target.client();
-};
 
 TEST_P(CloudClientConformance, GivesBackWhatWasStored) {
     for (const std::size_t size :
@@ -233,7 +196,9 @@ TEST_P(CloudClientConformance, RaisesWhatS3SaysOfBadCompletions) {
 }
 
 TEST_P(CloudClientConformance, NamesAMissingBucket) {
-    client = target.clientOf("missing-bucket");
+    auto elsewhere = target->access();
+    elsewhere.bucket = "missing-bucket";
+    client = cloudClient(elsewhere);
     std::string token;
     EXPECT_FALSE(client->stat("k"));
     expectFailure<ResourceNotFoundException>(u"no_such_bucket", [&] { client->list("", token, {"", 0}); });
@@ -260,91 +225,3 @@ TEST_P(CloudClientConformance, ServesManyThreadsAtOnce) {
         thread.join();
     EXPECT_EQ(names("thread/", {"", 0}).size(), 8u);
 }
-
-INSTANTIATE_TEST_SUITE_P(EmbeddedServer, CloudClientConformance,
-                         ::testing::Values(Way::HttpPath, Way::HttpVirtualHost, Way::HttpsPath),
-                         [](const auto& way) { return nameOf(way.param); });
-
-/// What only a server in this process can show.
-class CloudClientOnEmbeddedServer : public ::testing::TestWithParam<Way> {
-protected:
-    EmbeddedTarget target{GetParam()};
-};
-
-TEST_P(CloudClientOnEmbeddedServer, RefusesAnotherRegion) {
-    target.server().createBucket("elsewhere", "us-west-2");
-    expectFailure<InvalidLocationException>(u"bad_region",
-                                            [&] { target.clientOf("elsewhere")->checkRootValidity("/"); });
-}
-
-TEST_P(CloudClientOnEmbeddedServer, RefusesWrongKeys) {
-    const auto listWith = [&](const Keys& keys) {
-        std::string token;
-        target.client(keys)->list("", token, {"", 0});
-    };
-    EXPECT_NO_THROW(listWith({"temporary-key", "temporary-secret", "the-token"}));
-    const auto& right = s3server::defaultCredentials;
-    expectFailure<PermissionDeniedException>(u"signature_does_not_match", [&] {
-        listWith({right.accessKey, "wrong"});
-    });
-    expectFailure<PermissionDeniedException>(u"invalid_access_key_id", [&] {
-        listWith({"unknown", "wrong"});
-    });
-    expectFailure<PermissionDeniedException>(u"access_denied", [&] { listWith({"", ""}); });
-}
-
-TEST_P(CloudClientOnEmbeddedServer, SignsThePayloadOnlyWhereNobodyElseProtectsIt) {
-    std::istringstream in("content");
-    target.client()->upload("k", in, 7);
-    const auto digest = target.server().requests().back().header("x-amz-content-sha256");
-    if (GetParam() == Way::HttpsPath) {
-        EXPECT_EQ(digest, "UNSIGNED-PAYLOAD");
-    } else {
-        EXPECT_EQ(digest, "ed7002b439e9ac845f22357d822bac1444730fbdb6016d3ec9432297b9ec9f73");
-    }
-}
-
-TEST_P(CloudClientOnEmbeddedServer, AddressesTheBucketTheWayTheEndpointAllows) {
-    target.client()->stat("k");
-    const auto request = target.server().requests().back();
-    const auto port = std::to_string(target.server().port());
-    if (GetParam() == Way::HttpVirtualHost) {
-        EXPECT_EQ(request.target, "/k");
-        EXPECT_EQ(request.header("host"), "conformance.localhost:" + port);
-    } else {
-        EXPECT_EQ(request.target, "/conformance/k");
-        EXPECT_EQ(request.header("host"), "127.0.0.1:" + port);
-    }
-}
-
-TEST_P(CloudClientOnEmbeddedServer, UsesOneConnectionForOneCallAfterAnother) {
-    const auto client = target.client();
-    for (int i = 0; i < 5; ++i) {
-        std::istringstream in("content");
-        client->upload("k", in, 7);
-        std::ostringstream out;
-        client->download("k", out, 0, 0);
-    }
-    EXPECT_EQ(target.server().connections(), 1u);
-}
-
-TEST_P(CloudClientOnEmbeddedServer, NeverOpensMoreConnectionsThanAllowed) {
-    auto configuration = target.configuration();
-    configuration.maxConnections = 2;
-    const auto client = target.clientWith(configuration);
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 8; ++t) {
-        threads.emplace_back([&] {
-            for (int i = 0; i < 5; ++i)
-                client->stat("missing");
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_LE(target.server().connections(), 2u);
-    EXPECT_EQ(target.server().requests().size(), 40u);
-}
-
-INSTANTIATE_TEST_SUITE_P(EmbeddedServer, CloudClientOnEmbeddedServer,
-                         ::testing::Values(Way::HttpPath, Way::HttpVirtualHost, Way::HttpsPath),
-                         [](const auto& way) { return nameOf(way.param); });

@@ -6,7 +6,7 @@
 #include <thread>
 #include <typeinfo>
 
-#include "conformance/Target.hpp"
+#include "conformance/EmbeddedTarget.hpp"
 #include "support/CloudFailure.hpp"
 
 using namespace testsupport;

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <thread>
 
-#include "conformance/Target.hpp"
+#include "conformance/EmbeddedTarget.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 
@@ -23,9 +23,7 @@ class LostReplies : public ::testing::Test {
 protected:
     void lose(const char* operation) { server.plan(Fault::closeWithoutReply().on(operation)); }
 
-    std::unique_ptr<storage::s3provider::S3CloudClient> client() const {
-        return target.clientWith(configuration);
-    }
+    std::unique_ptr<CloudClient> client() const { return target.clientWith(configuration); }
 
     void put() {
         std::istringstream in("content");

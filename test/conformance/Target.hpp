@@ -1,63 +1,73 @@
 #pragma once
 
 #include <aws/core/client/ClientConfiguration.h>
-#include <aws/s3/S3Client.h>
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
-#include <s3server/Server.hpp>
+#include <storage/cloudprovider/CloudClient.hpp>
 #include <string>
-
-#include "S3CloudClient.hpp"
 
 namespace testsupport {
 
-/// How a client speaks to the embedded server.
-enum class Way { HttpPath, HttpVirtualHost, HttpsPath };
+/// How a client speaks to a server, and where it puts the bucket's name.
+enum class Way { HttpPath, HttpVirtualHost, HttpsPath, HttpsVirtualHost };
 
-void PrintTo(Way way, std::ostream* out);
+constexpr Way everyWay[] = {Way::HttpPath, Way::HttpVirtualHost, Way::HttpsPath, Way::HttpsVirtualHost};
+
 std::string nameOf(Way way);
+void PrintTo(Way way, std::ostream* out);
+bool overTls(Way way);
+bool byVirtualHost(Way way);
 
-/// Keys that a client signs with.
+/// A host name whose buckets are hosts below it. All of them are 127.0.0.1 to libcurl.
+constexpr const char* localHostName = "s3.localhost";
+
+/// A name's buckets are hosts of their own; an address can only have them in the path.
+std::string localEndpoint(Way way, unsigned port);
+
+/// Keys that a client signs with; all empty: it doesn't sign.
 struct Keys {
-    std::string access = s3server::defaultCredentials.accessKey;
-    std::string secret = s3server::defaultCredentials.secretKey;
-    std::string token = "";
+    std::string access;
+    std::string secret;
+    std::string token;
 };
 
-/// An embedded server with bucket "conformance" in eu-west-3, and clients for it. The server checks every
-/// signature.
-class EmbeddedTarget {
+/// Where and as whom to reach a bucket.
+struct Access {
+    std::string endpoint;  ///< with scheme
+    std::string region;
+    std::string bucket;
+    Keys keys;
+    std::string caFile;  ///< empty: the system's authorities
+};
+
+/// Leads an SDK client to that server, without retries.
+Aws::Client::ClientConfiguration configurationFor(const Access& access);
+
+/// A cloud client that tries downloads twice, without a pause.
+std::unique_ptr<storage::cloudprovider::CloudClient> cloudClient(const Access& access);
+/// The same for a configuration made from configurationFor().
+std::unique_ptr<storage::cloudprovider::CloudClient> cloudClient(
+    const Access& access, const Aws::Client::ClientConfiguration& configuration);
+
+/// A server that the suite is held against, as one test sees it: with a bucket, or a part of one, of its own.
+class Target {
 public:
-    static constexpr const char* bucketName = "conformance";
-    static constexpr const char* region = "eu-west-3";
+    virtual ~Target() = default;
 
-    explicit EmbeddedTarget(Way way);
-    ~EmbeddedTarget();
+    virtual Access access() const = 0;
 
-    s3server::Server& server() { return *server_; }
-
-    std::unique_ptr<storage::s3provider::S3CloudClient> client(const Keys& keys = {});
-    std::unique_ptr<storage::s3provider::S3CloudClient> clientOf(const std::string& bucket);
-
-    /// Leads an SDK client to this server, without retries.
-    Aws::Client::ClientConfiguration configuration() const;
-
-    std::shared_ptr<Aws::S3::S3Client> sdkClient(const Aws::Client::ClientConfiguration& configuration,
-                                                 const Keys& keys = {}) const;
-
-    /// A client for a configuration made from configuration().
-    std::unique_ptr<storage::s3provider::S3CloudClient> clientWith(
-        const Aws::Client::ClientConfiguration& configuration) const;
-
-private:
-    struct Tls;
-
-    std::string endpoint() const;
-
-    Way way_;
-    std::unique_ptr<Tls> tls_;
-    std::unique_ptr<s3server::Server> server_;
+    /// To that bucket, or that part of it.
+    virtual std::unique_ptr<storage::cloudprovider::CloudClient> client() { return cloudClient(access()); }
 };
+
+/// A server to hold the suite against, and the name that its tests have.
+struct TargetChoice {
+    std::string name;
+    std::function<std::unique_ptr<Target>()> open;
+};
+
+void PrintTo(const TargetChoice& choice, std::ostream* out);
 
 }  // namespace testsupport

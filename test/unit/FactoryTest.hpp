@@ -65,7 +65,7 @@ protected:
         return file;
     }
 
-    TemporaryFolder home;
+    TemporaryFolder home{"s3provider-home"};
     Environment environment;
     LogCapture log{factoryChannel};
 };

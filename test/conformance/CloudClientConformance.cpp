@@ -1,0 +1,35 @@
+#include "conformance/CloudClientConformance.hpp"
+
+#include <sstream>
+
+using namespace storage::cloudprovider;
+
+void CloudClientConformance::put(const std::string& key, const std::string& content) {
+    std::istringstream in(content);
+    client->upload(key, in, content.size());
+}
+
+std::string CloudClientConformance::get(const std::string& key, std::uint64_t start, std::uint64_t end) {
+    std::ostringstream out;
+    client->download(key, out, start, end);
+    return out.str();
+}
+
+std::vector<std::string> CloudClientConformance::names(const std::string& prefix,
+                                                       const ListOptions& options) {
+    std::vector<std::string> all;
+    std::string token;
+    do {
+        for (const auto& entry : client->list(prefix, token, options))
+            all.push_back(entry.name);
+    } while (!token.empty());
+    return all;
+}
+
+PartInfo CloudClientConformance::part(const std::string& key, const std::string& id, std::uint64_t index,
+                                      const std::string& content) {
+    std::istringstream in(content);
+    PartInfo info{index, index * partSize, content.size(), ""};
+    info.Tag = client->uploadPart(key, id, info, in);
+    return info;
+}
