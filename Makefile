@@ -1,6 +1,6 @@
 # Thin, over CMake's presets. `make demo` and `make test` need nothing but Debian 12, git and make.
 
-.PHONY: configure build demo test sanitizers bench lint format clean
+.PHONY: configure build demo test integration sanitizers bench lint format clean
 
 build_dir := build/dev
 
@@ -17,6 +17,16 @@ demo: configure
 
 test: build
 	ctest --preset dev -j 2
+
+# The suite on a real S3 server, and another's client on the embedded one. Tests skip what isn't installed; here
+# all of it must be.
+integration: configure
+	tools/install-deps integration
+	cmake --build --preset dev --target s3provider_integration
+	for program in radosgw aws; do \
+	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
+	done
+	ctest --preset integration
 
 # The unit, wire and conformance tests once more under each sanitizer.
 sanitizers:

@@ -1,5 +1,6 @@
 #include "conformance/CloudClientConformance.hpp"
 
+#include <algorithm>
 #include <sstream>
 
 using namespace storage::cloudprovider;
@@ -13,6 +14,14 @@ std::string CloudClientConformance::get(const std::string& key, std::uint64_t st
     std::ostringstream out;
     client->download(key, out, start, end);
     return out.str();
+}
+
+void CloudClientConformance::expectContent(const std::string& key, const std::string& content) {
+    const auto stored = get(key);
+    const auto differing =
+        std::mismatch(stored.begin(), stored.end(), content.begin(), content.end()).first - stored.begin();
+    EXPECT_TRUE(stored == content) << key << ": " << stored.size() << " bytes instead of " << content.size()
+                                   << ", the same up to byte " << differing;
 }
 
 std::vector<std::string> CloudClientConformance::names(const std::string& prefix,

@@ -48,7 +48,7 @@ TEST_P(CloudClientConformance, GivesBackWhatWasStored) {
          {std::size_t{0}, std::size_t{1}, std::size_t{65536}, std::size_t{3000001}}) {
         const auto content = contentOf(size);
         put("object", content);
-        EXPECT_EQ(get("object"), content) << size;
+        expectContent("object", content);
         EXPECT_EQ(client->stat("object")->size, static_cast<std::int64_t>(size));
     }
 }
@@ -92,7 +92,7 @@ TEST_P(CloudClientConformance, ReadsARangeOfAnEmptyObjectAsNothing) {
 
 TEST_P(CloudClientConformance, RefusesARangeBehindTheEnd) {
     put("object", "12345");
-    expectFailure<UnknownErrorException>(noIdentifier, [&] { get("object", 5, 9); });
+    expectUnexplainedFailure([&] { get("object", 5, 9); });
 }
 
 TEST_P(CloudClientConformance, TakesEveryKeyAsItIs) {
@@ -115,6 +115,12 @@ TEST_P(CloudClientConformance, CopiesPartsOfEveryKey) {
         put(key, "content of " + key);
         const auto id = client->startMultipartUpload(key, "");
         PartInfo copied{0, 0, 7, ""};
+        if (serverHas(Quirk::DecodesCopySourcesTwice) && key.find('%') != std::string::npos) {
+            expectFailure<ResourceNotFoundException>(u"no_such_key",
+                                                     [&] { client->reusePart(key, id, copied); });
+            client->abortMultipartUpload(key, id);
+            continue;
+        }
         copied.Tag = client->reusePart(key, id, copied);
         client->completeMultipartUpload(key, id, {copied});
         EXPECT_EQ(get(key), "content") << key;
@@ -155,7 +161,7 @@ TEST_P(CloudClientConformance, AssemblesPartsInTheOrderOfTheirNumbers) {
     const auto second = part("object", id, 1, content.substr(partSize));
     const auto first = part("object", id, 0, content.substr(0, partSize));
     client->completeMultipartUpload("object", id, {first, second});
-    EXPECT_EQ(get("object"), content);
+    expectContent("object", content);
 }
 
 TEST_P(CloudClientConformance, RewritesOnePartAndReusesTheOthers) {
@@ -169,7 +175,7 @@ TEST_P(CloudClientConformance, RewritesOnePartAndReusesTheOthers) {
     parts[2].Tag = client->reusePart("object", id, parts[2]);
     client->completeMultipartUpload("object", id, parts);
     content.replace(partSize, partSize, std::string(partSize, 'n'));
-    EXPECT_EQ(get("object"), content);
+    expectContent("object", content);
 }
 
 TEST_P(CloudClientConformance, KeepsTheObjectWhenAnUploadIsAborted) {
@@ -184,20 +190,37 @@ TEST_P(CloudClientConformance, KeepsTheObjectWhenAnUploadIsAborted) {
 TEST_P(CloudClientConformance, RaisesWhatS3SaysOfBadCompletions) {
     put("object", "before");
     const auto id = client->startMultipartUpload("object", "");
-    const auto first = part("object", id, 0, std::string(partSize, 'a'));
-    const auto second = part("object", id, 1, "b");
-    EXPECT_THROW(client->completeMultipartUpload("object", id, {}), UnknownErrorException);
-    EXPECT_THROW(client->completeMultipartUpload("object", id, {second, first}), UnknownErrorException);
-    EXPECT_THROW(client->completeMultipartUpload("object", id, {{0, 0, 0, "\"wrong\""}}),
-                 UnknownErrorException);
+    const auto only = part("object", id, 0, "after");
+    const auto complete = [&](const std::vector<PartInfo>& parts) {
+        client->completeMultipartUpload("object", id, parts);
+    };
+    expectUnexplainedFailure([&] { complete({}); });
+    expectUnexplainedFailure([&] { complete({{0, 0, 0, "\"wrong\""}}); });
+    expectUnexplainedFailure([&] { complete({{1, 0, 0, only.Tag}}); });
     EXPECT_EQ(get("object"), "before");
-    client->completeMultipartUpload("object", id, {first, second});
-    EXPECT_EQ(get("object"), std::string(partSize, 'a') + "b");
+    complete({only});
+    EXPECT_EQ(get("object"), "after");
+}
+
+TEST_P(CloudClientConformance, RaisesWhatS3SaysOfPartsOutOfOrder) {
+    put("object", "before");
+    const auto id = client->startMultipartUpload("object", "");
+    const auto first = part("object", id, 0, contentOf(partSize));
+    const auto second = part("object", id, 1, "end");
+    const auto completeOutOfOrder = [&] { client->completeMultipartUpload("object", id, {second, first}); };
+    if (serverHas(Quirk::SortsPartsOfCompletions)) {
+        completeOutOfOrder();
+    } else {
+        expectUnexplainedFailure(completeOutOfOrder);
+        EXPECT_EQ(get("object"), "before");
+        client->completeMultipartUpload("object", id, {first, second});
+    }
+    expectContent("object", contentOf(partSize) + "end");
 }
 
 TEST_P(CloudClientConformance, NamesAMissingBucket) {
     auto elsewhere = target->access();
-    elsewhere.bucket = "missing-bucket";
+    elsewhere.bucket += "-missing";
     client = cloudClient(elsewhere);
     std::string token;
     EXPECT_FALSE(client->stat("k"));
@@ -217,7 +240,7 @@ TEST_P(CloudClientConformance, ServesManyThreadsAtOnce) {
         threads.emplace_back([&, key = "thread/" + std::to_string(t)] {
             for (int i = 0; i < 3; ++i) {
                 put(key, content);
-                EXPECT_EQ(get(key), content);
+                expectContent(key, content);
             }
         });
     }

@@ -8,6 +8,8 @@
 #include <storage/cloudprovider/CloudClient.hpp>
 #include <string>
 
+#include "conformance/Quirk.hpp"
+
 namespace testsupport {
 
 /// How a client speaks to a server, and where it puts the bucket's name.
@@ -57,6 +59,7 @@ public:
     virtual ~Target() = default;
 
     virtual Access access() const = 0;
+    virtual Quirks quirks() const { return {}; }
 
     /// To that bucket, or that part of it.
     virtual std::unique_ptr<storage::cloudprovider::CloudClient> client() { return cloudClient(access()); }

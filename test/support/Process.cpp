@@ -1,6 +1,8 @@
 #include "support/Process.hpp"
 
 #include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -8,6 +10,7 @@
 #include <cerrno>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace testsupport {
 
@@ -55,44 +58,104 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return all;
 }
 
-[[noreturn]] void become(char* const* arguments, char* const* environment, const char* folder, Pipe& out,
-                         Pipe& err) {
-    const int noInput = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    ::dup2(noInput, 0);
-    ::dup2(out.ends[1], 1);
-    ::dup2(err.ends[1], 2);
-    if (::chdir(folder) == 0) ::execve(arguments[0], arguments, environment);
-    ::_exit(127);
+std::vector<std::string> settings(const Variables& environment) {
+    std::vector<std::string> all;
+    for (const auto& [name, value] : environment)
+        all.push_back(name + "=" + value);
+    return all;
+}
+
+/// A program, ready to be started: everything is made before the fork, since afterwards only
+/// async-signal-safe calls are allowed.
+class Start {
+public:
+    Start(std::vector<std::string> command, const Variables& environment, std::string folder)
+        : command_(std::move(command)), settings_(settings(environment)), folder_(std::move(folder)) {}
+    Start(const Start&) = delete;
+    Start& operator=(const Start&) = delete;
+
+    /// The new process; its outputs go to these files. `prepare` runs in it at first.
+    template <class Prepare>
+    pid_t with(int out, int err, Prepare&& prepare) const {
+        const pid_t child = ::fork();
+        if (child < 0) fail("fork");
+        if (child != 0) return child;
+        prepare();
+        become(out, err);
+    }
+
+private:
+    [[noreturn]] void become(int out, int err) const {
+        const int noInput = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        ::dup2(noInput, 0);
+        ::dup2(out, 1);
+        ::dup2(err, 2);
+        if (::chdir(folder_.c_str()) == 0) ::execve(arguments_[0], arguments_.data(), environment_.data());
+        ::_exit(127);
+    }
+
+    std::vector<std::string> command_;
+    std::vector<std::string> settings_;
+    std::string folder_;
+    std::vector<char*> arguments_ = pointers(command_);
+    std::vector<char*> environment_ = pointers(settings_);
+};
+
+int waitFor(pid_t child) {
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) fail("waitpid");
+    }
+    return status;
 }
 
 }  // namespace
 
-Finished run(const std::vector<std::string>& command, const std::map<std::string, std::string>& environment,
+Finished run(const std::vector<std::string>& command, const Variables& environment,
              const std::string& folder) {
-    auto arguments = command;
-    std::vector<std::string> settings;
-    for (const auto& [name, value] : environment)
-        settings.push_back(name + "=" + value);
-    // Made before the fork: afterwards only async-signal-safe calls are allowed.
-    const auto argumentPointers = pointers(arguments);
-    const auto settingPointers = pointers(settings);
     Pipe out;
     Pipe err;
-    const pid_t child = ::fork();
-    if (child < 0) fail("fork");
-    if (child == 0) become(argumentPointers.data(), settingPointers.data(), folder.c_str(), out, err);
+    const pid_t child = Start(command, environment, folder).with(out.ends[1], err.ends[1], [] {});
     out.closeEnd(1);
     err.closeEnd(1);
     Finished finished{};
     std::thread errReader([&] { finished.err = err.readAll(); });
     finished.out = out.readAll();
     errReader.join();
-    int status = 0;
-    while (::waitpid(child, &status, 0) < 0) {
-        if (errno != EINTR) fail("waitpid");
-    }
+    const int status = waitFor(child);
     finished.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     return finished;
+}
+
+BackgroundProcess::BackgroundProcess(const std::vector<std::string>& command, const Variables& environment,
+                                     const std::string& folder, const std::filesystem::path& log) {
+    const Start start(command, environment, folder);
+    const int output = ::open(log.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    if (output < 0) fail("open");
+    const pid_t parent = ::getpid();
+    process_ = start.with(output, output, [parent] {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != parent) ::_exit(127);  // it died before it could be watched
+    });
+    ::close(output);
+}
+
+BackgroundProcess::~BackgroundProcess() {
+    if (process_ == 0) return;
+    ::kill(process_, SIGKILL);
+    ::waitpid(process_, nullptr, 0);
+}
+
+bool BackgroundProcess::running() {
+    if (process_ != 0 && ::waitpid(process_, nullptr, WNOHANG) == process_) process_ = 0;
+    return process_ != 0;
+}
+
+std::optional<std::string> installedProgram(const std::string& name) {
+    for (const char* const folder : {"/usr/bin/", "/usr/sbin/", "/usr/local/bin/"}) {
+        if (::access((folder + name).c_str(), X_OK) == 0) return folder + name;
+    }
+    return std::nullopt;
 }
 
 }  // namespace testsupport
