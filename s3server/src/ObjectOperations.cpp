@@ -108,6 +108,14 @@ Reply getObject(const Call& call) {
     return {206, std::move(headers), object->bytes.piece(range->first, range->length)};
 }
 
+// Whatever would give an object tags is refused, so none has any.
+Reply getObjectTagging(const Call& call) {
+    call.store.object(call.request.bucket, call.request.key);
+    XmlWriter xml;
+    xml.openRoot("Tagging").element("TagSet", "").close();
+    return xmlReply(xml);
+}
+
 Reply putObject(const Call& call) {
     const Request& request = call.request;
     refuseUnsupportedHeaders(request);

@@ -38,6 +38,7 @@ Reply listObjectsV2(const Call& call);
 
 /// For GetObject and HeadObject alike: whoever sends the reply to a HEAD request leaves the body out.
 Reply getObject(const Call& call);
+Reply getObjectTagging(const Call& call);
 Reply putObject(const Call& call);
 Reply deleteObject(const Call& call);
 Reply deleteObjects(const Call& call);

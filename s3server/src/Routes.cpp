@@ -23,6 +23,7 @@ constexpr std::array routes{
           listMultipartUploads},
     Route{"GetObject", "GET", Resource::Object, "", false, Document, false, getObject},
     Route{"HeadObject", "HEAD", Resource::Object, "", false, Document, false, getObject},
+    Route{"GetObjectTagging", "GET", Resource::Object, "tagging", false, Document, false, getObjectTagging},
     Route{"PutObject", "PUT", Resource::Object, "", false, BodyKind::Object, false, putObject},
     Route{"CopyObject", "PUT", Resource::Object, "", true, Document, false, copyObject},
     Route{"DeleteObject", "DELETE", Resource::Object, "", false, Document, false, deleteObject},

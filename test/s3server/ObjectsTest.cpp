@@ -7,6 +7,7 @@ namespace s3server::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::Eq;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -139,6 +140,16 @@ TEST_F(Objects, ArentStoredFromADamagedBody) {
                   .element("Code"),
               "XAmzContentSHA256Mismatch");
     EXPECT_THAT(server.keys("demo"), IsEmpty());
+}
+
+TEST_F(Objects, HaveNoTags) {
+    client.put("/demo/k", "x");
+    const Answer answer = client.get("/demo/k?tagging");
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_THAT(answer.body,
+                EndsWith("<Tagging xmlns=\"http://s3.amazonaws.com/doc/2006-03-01/\"><TagSet/></Tagging>"));
+    EXPECT_EQ(client.get("/demo/missing?tagging").element("Code"), "NoSuchKey");
+    EXPECT_EQ(client.put("/demo/k?tagging", "<Tagging/>").status, 501);
 }
 
 TEST_F(Objects, ArentStoredWithWishesThatCantBeFulfilled) {

@@ -36,6 +36,7 @@ TEST(Routes, TellOperationsApartByMethodResourceParametersAndCopySource) {
         {"POST", "/b?delete", false, "DeleteObjects"},
         {"GET", "/b/k?x-id=GetObject", false, "GetObject"},
         {"HEAD", "/b/k", false, "HeadObject"},
+        {"GET", "/b/k?tagging", false, "GetObjectTagging"},
         {"PUT", "/b/k", false, "PutObject"},
         {"PUT", "/b/k", true, "CopyObject"},
         {"DELETE", "/b/k", false, "DeleteObject"},
