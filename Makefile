@@ -23,10 +23,10 @@ test: build
 integration: configure
 	tools/install-deps integration
 	cmake --build --preset dev --target s3provider_integration
-	for program in radosgw aws; do \
+	for program in ceph-mon ceph-osd radosgw aws; do \
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
-	ctest --preset integration
+	ctest --preset integration -j 2
 
 # The unit, wire and conformance tests once more under each sanitizer.
 sanitizers:

@@ -233,6 +233,22 @@ TEST_P(CloudClientConformance, FindsItsBucketValid) {
     EXPECT_NO_THROW(client->checkRootValidity("/"));
 }
 
+TEST_P(CloudClientConformance, RefusesWrongKeys) {
+    const auto listWith = [this](const Keys& keys) {
+        auto access = target->access();
+        access.keys = keys;
+        std::string token;
+        cloudClient(access)->list("", token, {"", 0});
+    };
+    auto wrongSecret = target->access().keys;
+    wrongSecret.secret = "wrong";
+    expectFailure<PermissionDeniedException>(u"signature_does_not_match", [&] { listWith(wrongSecret); });
+    expectFailure<PermissionDeniedException>(u"invalid_access_key_id", [&] {
+        listWith({"unknown", "wrong", ""});
+    });
+    expectFailure<PermissionDeniedException>(u"access_denied", [&] { listWith({"", "", ""}); });
+}
+
 TEST_P(CloudClientConformance, ServesManyThreadsAtOnce) {
     const auto content = contentOf(300000);
     std::vector<std::thread> threads;

@@ -20,7 +20,7 @@ enum class Quirk {
 
 using Quirks = std::set<Quirk>;
 
-/// Of names as docs/integration.md lists them, divided by commas. Throws std::invalid_argument for another
+/// Of names as docs/integration.md lists them, separated by commas. Throws std::invalid_argument for another
 /// one.
 Quirks parseQuirks(const std::string& names);
 
