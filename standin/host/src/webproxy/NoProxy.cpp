@@ -12,6 +12,10 @@ namespace webproxy {
 
 namespace {
 
+bool isSeparator(char c) {
+    return c == ',' || c == ' ' || c == '\t';
+}
+
 struct Pattern {
     std::string name;
     std::string port;  // empty: any
@@ -50,7 +54,7 @@ bool matches(const std::string& entry, const Address& address) {
 
 bool isListed(const std::string& list, const Address& address) {
     std::vector<std::string> entries;
-    boost::split(entries, list, boost::is_any_of(", \t"), boost::token_compress_on);
+    boost::split(entries, list, isSeparator, boost::token_compress_on);
     return std::any_of(entries.begin(), entries.end(),
                        [&address](const std::string& entry) { return matches(entry, address); });
 }
