@@ -12,39 +12,78 @@ namespace standin::aws::s3 {
 namespace {
 
 constexpr std::string_view globalRegion = "aws-global";
+constexpr std::string_view mainRegion = "us-east-1";
 constexpr std::string_view fipsPrefix = "fips-";
+constexpr std::string_view fipsSuffix = "-fips";
 
-// Partitions by the beginning of their regions' names, in the order they are tried; else the commercial one.
+// Partitions other than the commercial one. A region is in the one whose prefix is followed by a word and a
+// number in its name, or whose name for all its regions it is.
 struct Partition {
     std::string_view regionPrefix;
+    std::string_view wholePartition;
     std::string_view domain;
+    bool hasFips;
 };
 constexpr Partition partitions[] = {
-    {"cn-", "amazonaws.com.cn"},    {"us-iso-", "c2s.ic.gov"},      {"us-isob-", "sc2s.sgov.gov"},
-    {"eu-isoe-", "cloud.adc-e.uk"}, {"us-isof-", "csp.hci.ic.gov"}, {"", "amazonaws.com"},
+    {"cn-", "aws-cn-global", "amazonaws.com.cn", false},
+    {"us-iso-", "aws-iso-global", "c2s.ic.gov", true},
+    {"us-isob-", "aws-iso-b-global", "sc2s.sgov.gov", true},
+    {"eu-isoe-", "", "cloud.adc-e.uk", true},
+    {"us-isof-", "", "csp.hci.ic.gov", true},
 };
+// GovCloud among them: it has a domain of its own for other services only.
+constexpr Partition commercial = {"", globalRegion, "amazonaws.com", true};
 
 bool startsWith(std::string_view text, std::string_view prefix) {
     return text.substr(0, prefix.size()) == prefix;
 }
 
-std::string_view domainOf(std::string_view region) {
-    return std::find_if(
-               std::begin(partitions), std::end(partitions),
-               [&](const Partition& partition) { return startsWith(region, partition.regionPrefix); })
-        ->domain;
+bool endsWith(std::string_view text, std::string_view suffix) {
+    return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
+}
+
+bool isIn(const Partition& partition, std::string_view region) {
+    if (region == partition.wholePartition) return true;
+    if (!startsWith(region, partition.regionPrefix)) return false;
+    region.remove_prefix(partition.regionPrefix.size());
+    const auto number = region.find('-') + 1;
+    return number > 1 && number < region.size() && region[number] >= '0' && region[number] <= '9';
+}
+
+const Partition& partitionOf(std::string_view region) {
+    const auto* const found =
+        std::find_if(std::begin(partitions), std::end(partitions),
+                     [&](const Partition& partition) { return isIn(partition, region); });
+    return found != std::end(partitions) ? *found : commercial;
+}
+
+std::string regionToSign(const EndpointInput& input) {
+    return input.region == globalRegion ? std::string(mainRegion) : input.region;
 }
 
 bool isGlobal(const EndpointInput& input) {
-    return input.region == globalRegion || (input.region == "us-east-1" && input.useGlobalEndpoint);
+    const bool asked =
+        input.region == globalRegion || (input.region == mainRegion && input.useGlobalEndpoint);
+    return asked && !input.useFips && !input.useDualStack;
+}
+
+// A region's name may ask for FIPS endpoints.
+void takeFipsFromRegion(EndpointInput& input) {
+    const std::size_t length = input.region.size();
+    if (startsWith(input.region, fipsPrefix)) {
+        input.region.erase(0, fipsPrefix.size());
+    } else if (endsWith(input.region, fipsSuffix)) {
+        input.region.erase(length - fipsSuffix.size());
+    }
+    input.useFips = input.useFips || input.region.size() < length;
 }
 
 std::string serviceHost(const EndpointInput& input) {
     std::string host = "s3";
     if (input.useFips) host += "-fips";
     if (input.useDualStack) host += ".dualstack";
-    if (!isGlobal(input)) host += "." + input.region;
-    return host.append(".").append(domainOf(input.region));
+    if (!isGlobal(input)) host += "." + regionToSign(input);
+    return host.append(".").append(partitionOf(input.region).domain);
 }
 
 // The endpoint without a bucket; nothing when the override is no URL.
@@ -94,6 +133,15 @@ std::string whyNotArn(const EndpointInput& input) {
            input.region + "` and UseArnRegion is `false`";
 }
 
+// Empty when the inputs go together.
+std::string_view whyNotTogether(const EndpointInput& input) {
+    const bool custom = !input.endpointOverride.empty();
+    if (custom && input.useDualStack) return "Cannot set dual-stack in combination with a custom endpoint.";
+    if (custom && input.useFips) return "A custom endpoint cannot be combined with FIPS";
+    if (input.useFips && !partitionOf(input.region).hasFips) return "Partition does not support FIPS";
+    return {};
+}
+
 }  // namespace
 
 bool isVirtualHostable(std::string_view bucket, bool allowDots) {
@@ -105,10 +153,9 @@ bool isVirtualHostable(std::string_view bucket, bool allowDots) {
 
 std::variant<ResolvedEndpoint, EndpointFailure> resolveEndpoint(EndpointInput input) {
     if (input.region.empty()) return EndpointFailure{"A region must be set when sending requests to S3."};
-    if (startsWith(input.region, fipsPrefix)) {
-        input.region.erase(0, fipsPrefix.size());
-        input.useFips = true;
-    }
+    takeFipsFromRegion(input);
+    if (const auto reason = whyNotTogether(input); !reason.empty())
+        return EndpointFailure{std::string(reason)};
     if (!isHostLabel(input.region))
         return EndpointFailure{"Invalid region: region was not a valid DNS name."};
     const auto service = serviceUrl(input);
@@ -117,8 +164,7 @@ std::variant<ResolvedEndpoint, EndpointFailure> resolveEndpoint(EndpointInput in
     }
     if (startsWith(input.bucket, "arn:")) return EndpointFailure{whyNotArn(input)};
 
-    const bool global = input.region == globalRegion;
-    return ResolvedEndpoint{bucketUrl(input, *service), global ? "us-east-1" : input.region};
+    return ResolvedEndpoint{bucketUrl(input, *service), regionToSign(input)};
 }
 
 }  // namespace standin::aws::s3

@@ -16,6 +16,7 @@ set(STANDIN_AWS_S3_SOURCES
   ListObjectsV2.cpp
   PutObject.cpp
   S3Client.cpp
+  S3ClientConfiguration.cpp
   S3EndpointProvider.cpp
   S3Errors.cpp
   Service.cpp

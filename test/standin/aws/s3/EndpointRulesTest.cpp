@@ -22,9 +22,28 @@ void PrintTo(const EndpointRow& row, std::ostream* out) {
 
 constexpr EndpointRow rows[] = {
     {"VirtualHost", "eu-west-3", "", "data", "https://data.s3.eu-west-3.amazonaws.com"},
+    {"Global", "aws-global", "", "data", "https://data.s3.amazonaws.com"},
     {"China", "cn-north-1", "", "data", "https://data.s3.cn-north-1.amazonaws.com.cn"},
+    {"AllOfChina", "aws-cn-global", "", "data", "https://data.s3.aws-cn-global.amazonaws.com.cn"},
     {"GovCloud", "us-gov-west-1", "", "data", "https://data.s3.us-gov-west-1.amazonaws.com"},
+    {"Iso", "us-iso-east-1", "", "data", "https://data.s3.us-iso-east-1.c2s.ic.gov"},
+    {"AllOfIso", "aws-iso-global", "", "data", "https://data.s3.aws-iso-global.c2s.ic.gov"},
+    {"IsoB", "us-isob-east-1", "", "data", "https://data.s3.us-isob-east-1.sc2s.sgov.gov"},
+    {"AllOfIsoB", "aws-iso-b-global", "", "data", "https://data.s3.aws-iso-b-global.sc2s.sgov.gov"},
+    {"IsoE", "eu-isoe-west-1", "", "data", "https://data.s3.eu-isoe-west-1.cloud.adc-e.uk"},
+    {"IsoF", "us-isof-south-1", "", "data", "https://data.s3.us-isof-south-1.csp.hci.ic.gov"},
+    {"UnknownPartition", "xx-yy-1", "", "data", "https://data.s3.xx-yy-1.amazonaws.com"},
+    {"NotQuiteChina", "cn-x", "", "data", "https://data.s3.cn-x.amazonaws.com"},
+    {"NotQuiteIso", "us-iso-1", "", "data", "https://data.s3.us-iso-1.amazonaws.com"},
+    {"FipsInFront", "fips-us-gov-west-1", "", "data", "https://data.s3-fips.us-gov-west-1.amazonaws.com"},
+    {"FipsBehind", "us-east-1-fips", "", "data", "https://data.s3-fips.us-east-1.amazonaws.com"},
+    {"FipsGlobal", "fips-aws-global", "", "data", "https://data.s3-fips.us-east-1.amazonaws.com"},
+    {"FipsInChina", "fips-cn-north-1", "", "data", ""},
+    {"FipsAtAnOverride", "fips-us-east-1", "http://127.0.0.1:9000", "data", ""},
+    {"DottedBucketInChina", "cn-north-1", "", "my.data", "https://s3.cn-north-1.amazonaws.com.cn/my.data"},
     {"DottedBucketInThePath", "eu-west-3", "", "my.data", "https://s3.eu-west-3.amazonaws.com/my.data"},
+    {"AddressInThePath", "eu-west-3", "", "10.0.0.1", "https://s3.eu-west-3.amazonaws.com/10.0.0.1"},
+    {"UnderscoreInThePath", "eu-west-3", "", "my_data", "https://s3.eu-west-3.amazonaws.com/my_data"},
     {"CapitalsInThePath", "eu-west-3", "", "Data", "https://s3.eu-west-3.amazonaws.com/Data"},
     {"OverrideByName", "eu-west-3", "http://localhost:9000", "data", "http://data.localhost:9000"},
     {"OverrideByAddress", "eu-west-3", "http://127.0.0.1:9000", "data", "http://127.0.0.1:9000/data"},
@@ -32,6 +51,8 @@ constexpr EndpointRow rows[] = {
      "https://data.gateway.example/s3"},
     {"NoRegion", "", "", "data", ""},
     {"HostileRegion", "@evil.example#", "", "data", ""},
+    {"HostileRegionBesideADottedBucket", "@evil.example#", "", "my.data", ""},
+    {"HostileRegionAtAnOverride", "@evil.example#", "http://127.0.0.1:9000", "Data", ""},
     {"RegionWithDots", "../x", "", "data", ""},
     {"RegionThatIsAnAddress", "127.0.0.1", "", "data", ""},
 };
@@ -48,6 +69,27 @@ TEST_P(EndpointRules, LeadToOnePlaceOrToNone) {
     const auto resolved = resolveEndpoint(input);
     const auto* endpoint = std::get_if<ResolvedEndpoint>(&resolved);
     EXPECT_EQ(endpoint ? toString(endpoint->url) : "", GetParam().url);
+}
+
+TEST(DualStack, HasAHostNameOfItsOwn) {
+    EndpointInput input;
+    input.region = "us-east-1";
+    input.bucket = "data";
+    input.useDualStack = true;
+    input.useGlobalEndpoint = true;
+    const auto resolved = resolveEndpoint(input);
+    EXPECT_EQ(toString(std::get<ResolvedEndpoint>(resolved).url),
+              "https://data.s3.dualstack.us-east-1.amazonaws.com");
+}
+
+TEST(DualStack, DoesNotGoWithAnEndpointOfOnesOwn) {
+    EndpointInput input;
+    input.region = "us-east-1";
+    input.endpointOverride = "http://127.0.0.1:9000";
+    input.useDualStack = true;
+    const auto resolved = resolveEndpoint(input);
+    EXPECT_EQ(std::get<EndpointFailure>(resolved).message,
+              "Cannot set dual-stack in combination with a custom endpoint.");
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, EndpointRules, ::testing::ValuesIn(rows),

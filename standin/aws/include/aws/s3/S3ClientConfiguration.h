@@ -12,22 +12,18 @@ enum class US_EAST_1_REGIONAL_ENDPOINT_OPTION { NOT_SET, LEGACY, REGIONAL };
 struct S3ClientConfiguration : public Aws::Client::ClientConfiguration {
     using PayloadSigningPolicy = Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy;
 
-    S3ClientConfiguration() = default;
-    /// `signingPolicy` is kept for the asking: bodies sent over TLS are never part of what is signed.
+    S3ClientConfiguration() : S3ClientConfiguration(Aws::Client::ClientConfiguration()) {}
+    /// `signingPolicy` is kept for the asking: bodies sent over TLS are never part of what is signed. NOT_SET
+    /// leaves the choice to AWS_S3_US_EAST_1_REGIONAL_ENDPOINT or the profile's
+    /// `s3_us_east_1_regional_endpoint`, "legacy" or "regional"; without them it is REGIONAL.
     S3ClientConfiguration(  // NOLINT(google-explicit-constructor)
         const Aws::Client::ClientConfiguration& configuration,
         PayloadSigningPolicy signingPolicy = PayloadSigningPolicy::Never, bool virtualAddressing = true,
-        US_EAST_1_REGIONAL_ENDPOINT_OPTION usEast1Option = US_EAST_1_REGIONAL_ENDPOINT_OPTION::NOT_SET)
-        : ClientConfiguration(configuration),
-          useVirtualAddressing(virtualAddressing),
-          useUSEast1RegionalEndPointOption(usEast1Option),
-          payloadSigningPolicy(signingPolicy) {}
+        US_EAST_1_REGIONAL_ENDPOINT_OPTION usEast1Option = US_EAST_1_REGIONAL_ENDPOINT_OPTION::NOT_SET);
 
-    bool useVirtualAddressing = true;  ///< bucket in the host name where the name allows it
-    /// NOT_SET goes to the region's own endpoint.
-    US_EAST_1_REGIONAL_ENDPOINT_OPTION useUSEast1RegionalEndPointOption =
-        US_EAST_1_REGIONAL_ENDPOINT_OPTION::NOT_SET;
-    PayloadSigningPolicy payloadSigningPolicy = PayloadSigningPolicy::Never;
+    bool useVirtualAddressing;  ///< bucket in the host name where the name allows it
+    US_EAST_1_REGIONAL_ENDPOINT_OPTION useUSEast1RegionalEndPointOption;
+    PayloadSigningPolicy payloadSigningPolicy;
 };
 
 }  // namespace Aws::S3
