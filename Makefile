@@ -1,6 +1,6 @@
 # Thin, over CMake's presets. `make demo` and `make test` need nothing but Debian 12, git and make.
 
-.PHONY: configure build demo test integration sanitizers bench lint format clean
+.PHONY: configure build demo test integration sanitizers bench fuzz lint format clean
 
 build_dir := build/dev
 
@@ -28,7 +28,7 @@ integration: configure
 	done
 	ctest --preset integration -j 2
 
-# The unit, wire and conformance tests once more under each sanitizer.
+# The unit, wire and conformance tests and the fuzz corpora once more under each sanitizer.
 sanitizers:
 	tools/install-deps
 	for sanitizer in address undefined thread; do \
@@ -39,6 +39,11 @@ bench: configure
 	tools/install-deps bench
 	cmake --build --preset dev --target s3provider_bench
 	$(build_dir)/bench/s3provider_bench
+
+# Each fuzz target for FUZZ_SECONDS of CPU time, 600 unless told.
+fuzz:
+	tools/install-deps fuzz
+	tools/fuzz
 
 lint:
 	tools/install-deps lint

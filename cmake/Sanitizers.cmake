@@ -1,13 +1,19 @@
-# One sanitizer a build tree, for everything compiled in it.
+# One sanitizer a build tree, for everything compiled in it. "fuzzer" is clang's libFuzzer with the address and
+# the undefined-behaviour sanitizer.
 if(S3PROVIDER_SANITIZER)
-  if(NOT S3PROVIDER_SANITIZER MATCHES "^(address|undefined|thread)$")
-    message(FATAL_ERROR "S3PROVIDER_SANITIZER is '${S3PROVIDER_SANITIZER}': use address, undefined or thread")
+  if(NOT S3PROVIDER_SANITIZER MATCHES "^(address|undefined|thread|fuzzer)$")
+    message(FATAL_ERROR "S3PROVIDER_SANITIZER is '${S3PROVIDER_SANITIZER}': use address, undefined, thread or fuzzer")
   endif()
-  add_compile_options(-fsanitize=${S3PROVIDER_SANITIZER} -fno-omit-frame-pointer -g)
+  if(S3PROVIDER_SANITIZER STREQUAL "fuzzer")
+    set(sanitizer_option -fsanitize=fuzzer-no-link,address,undefined)
+  else()
+    set(sanitizer_option -fsanitize=${S3PROVIDER_SANITIZER})
+  endif()
+  add_compile_options(${sanitizer_option} -fno-omit-frame-pointer -g)
   # GCC takes what it instruments for uninitialised here and there.
-  add_compile_options(-Wno-maybe-uninitialized)
-  add_link_options(-fsanitize=${S3PROVIDER_SANITIZER})
-  if(S3PROVIDER_SANITIZER STREQUAL "undefined")
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+  add_link_options(${sanitizer_option})
+  if(S3PROVIDER_SANITIZER MATCHES "^(undefined|fuzzer)$")
     add_compile_options(-fno-sanitize-recover=all)
   endif()
   message(STATUS "Sanitizer: ${S3PROVIDER_SANITIZER}")
