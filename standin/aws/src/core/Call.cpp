@@ -93,6 +93,7 @@ WireRequest Call::prepare(long retries) {
     wire.url = request_.scheme + "://" + authority_ + target_.onWire();
     wire.headers = unsignedHeaders(retries);
     wire.body = sendsBody_ ? &body_ : nullptr;
+    wire.answersContent = request_.answersContent;
     client_.signer.sign(wire.headers,
                         {Aws::Http::HttpMethodMapper::GetNameForHttpMethod(request_.method),
                          hostHeader(request_.scheme, authority_), target_, region_, request_.signingName,

@@ -1,6 +1,7 @@
 #include "core/Connection.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <string_view>
 
@@ -47,9 +48,10 @@ HeaderList headerList(const Headers& headers, bool disableExpectHeader) {
 /// Where a transfer's callbacks put what comes.
 struct Receiver {
     CURL* handle;
+    const WireRequest& request;
     WireAnswer& answer;
-    std::size_t longestBody;
-    bool headEnded = false;  ///< the empty line behind the last answer's headers has come
+    bool headEnded = false;   ///< the empty line behind the last answer's headers has come
+    bool overflowed = false;  ///< the body grew beyond what it may
 };
 
 void addHeader(Headers& headers, std::string_view line) {
@@ -68,6 +70,7 @@ void beginAnswer(Receiver& receiver) {
 /// libcurl takes a connection that closes between two header lines for the answer's end. A head without its
 /// last line is not all of it: how long the body is, or what it is, may have been in the rest.
 CURLcode resultOf(CURLcode code, const Receiver& receiver) {
+    if (receiver.overflowed) return CURLE_FILESIZE_EXCEEDED;
     return code == CURLE_OK && !receiver.headEnded ? CURLE_PARTIAL_FILE : code;
 }
 
@@ -86,18 +89,31 @@ std::size_t onHeader(char* bytes, std::size_t size, std::size_t count, void* tar
     }
 }
 
+int statusOf(CURL* handle) {
+    long status = 0;
+    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    return static_cast<int>(status);
+}
+
+std::size_t longestBody(const Receiver& receiver) {
+    const int status = statusOf(receiver.handle);
+    const bool isContent = receiver.request.answersContent && status >= 200 && status < 300;
+    return isContent ? std::numeric_limits<std::size_t>::max() : receiver.request.longestAnswer;
+}
+
 void reserveForAnnounced(const Receiver& receiver) {
     curl_off_t announced = -1;
     curl_easy_getinfo(receiver.handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
     if (announced > 0)
         receiver.answer.body.reserve(std::min(
-            receiver.longestBody, static_cast<std::size_t>(std::min(announced, largestReservation))));
+            longestBody(receiver), static_cast<std::size_t>(std::min(announced, largestReservation))));
 }
 
 std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* target) {
-    const auto& receiver = *static_cast<Receiver*>(target);
-    if (size * count > receiver.longestBody - receiver.answer.body.size()) return 0;
+    auto& receiver = *static_cast<Receiver*>(target);
     try {
+        receiver.overflowed = size * count > longestBody(receiver) - receiver.answer.body.size();
+        if (receiver.overflowed) return 0;
         if (receiver.answer.body.empty()) reserveForAnnounced(receiver);
         receiver.answer.body.append(bytes, size * count);
         return size * count;
@@ -129,12 +145,6 @@ std::string textInfo(CURL* handle, CURLINFO what) {
     return text != nullptr ? text : "";
 }
 
-int statusOf(CURL* handle) {
-    long status = 0;
-    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
-    return static_cast<int>(status);
-}
-
 }  // namespace
 
 Connection::Connection(const Aws::Client::ClientConfiguration& configuration)
@@ -150,7 +160,7 @@ Connection::Connection(const Aws::Client::ClientConfiguration& configuration)
 void Connection::perform(const WireRequest& request, WireAnswer& answer) {
     CURL* const handle = handle_.get();
     const HeaderList headers = headerList(request.headers, disableExpectHeader_);
-    Receiver receiver{handle, answer, request.longestAnswer};
+    Receiver receiver{handle, request, answer};
     answer.body.clear();
     setMethod(request);
     setOption(handle, CURLOPT_URL, request.url.c_str());

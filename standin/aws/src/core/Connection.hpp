@@ -5,7 +5,6 @@
 #include <curl/curl.h>
 
 #include <cstddef>
-#include <limits>
 #include <memory>
 #include <string>
 
@@ -20,8 +19,10 @@ struct WireRequest {
     std::string url;              ///< encoded
     Headers headers;              ///< all but those libcurl adds: Host, Accept, Expect and the proxy's
     RequestBody* body = nullptr;  ///< not owned; null: none is sent
-    /// In bytes; a longer body fails the transfer.
-    std::size_t longestAnswer = std::numeric_limits<std::size_t>::max();
+    /// In bytes; a longer body fails the transfer with CURLE_FILESIZE_EXCEEDED. The default is for documents:
+    /// S3's longest, a page of 1000 keys of 1024 bytes, each byte encoded by three, is a quarter of it.
+    std::size_t longestAnswer = std::size_t{16} * 1024 * 1024;
+    bool answersContent = false;  ///< a success's body may have any length, whatever is said above
 };
 
 /// What came back, as far as it came.

@@ -31,6 +31,7 @@ struct ExchangeRequest {
     std::shared_ptr<std::iostream> body;                     ///< null: no body
     bool sendMd5 = false;                                    ///< adds content-md5, of an empty body too
     bool signPayload = false;        ///< has the body's SHA-256 signed over https as well
+    bool answersContent = false;     ///< a success brings bytes of any length; other answers, 16 MiB at most
     std::string signingRegion;       ///< region in the credential scope
     std::string signingName = "s3";  ///< service in the credential scope
     std::string serviceId = "S3";    ///< what the user agent says after "api/"

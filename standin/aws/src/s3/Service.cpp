@@ -87,6 +87,7 @@ std::variant<ExchangeRequest, CoreError> makeRequest(const OperationCall& call,
     request.headers = call.headers;
     request.body = call.body;
     request.sendMd5 = call.sendMd5;
+    request.answersContent = call.answerBody == AnswerBody::Content;
     request.signingRegion = signingRegion(endpoint);
     return request;
 }
