@@ -1,6 +1,9 @@
 #include "s3/Xml.hpp"
 
+#include <algorithm>
 #include <array>
+
+#include "s3/LongTags.hpp"
 
 namespace standin::aws::s3 {
 
@@ -20,7 +23,9 @@ constexpr std::array<Entity, 7> entities = {{{"&lt;", '<'},
                                              lineFeed,
                                              carriageReturn}};
 
-// Writes line ends of texts as character references, so that they survive another reading.
+// Writes line ends of texts as character references, so that they survive another reading. Elements in a text
+// get a line each, indented no deeper than anybody nests them: with a hundred levels the layout would be a
+// hundred times what came.
 class LineEndEscapingPrinter : public tinyxml2::XMLPrinter {
 public:
     using XMLPrinter::Visit;
@@ -39,7 +44,11 @@ protected:
             writeOne(c);
     }
 
+    void PrintSpace(int depth) override { XMLPrinter::PrintSpace(std::min(depth, deepestLayout)); }
+
 private:
+    static constexpr int deepestLayout = 4;
+
     void writeOne(char c) {
         for (const Entity& lineEnd : {lineFeed, carriageReturn}) {
             if (c == lineEnd.meaning) return XMLPrinter::Write(lineEnd.text.data(), lineEnd.text.size());
@@ -79,7 +88,8 @@ std::string decoded(std::string_view text) {
 }  // namespace
 
 XmlDocument::XmlDocument(std::string_view text) {
-    document_.Parse(text.data(), text.size());
+    const std::string_view readable = cutInLongTag(text);
+    document_.Parse(readable.data(), readable.size());
 }
 
 std::string printedText(const tinyxml2::XMLElement& element) {

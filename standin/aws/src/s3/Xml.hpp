@@ -7,7 +7,8 @@
 
 namespace standin::aws::s3 {
 
-/// An XML document of an answer. What isn't well-formed, or nested too deeply for tinyxml2, is no document.
+/// An XML document of an answer. What isn't well-formed, nested too deeply for tinyxml2, or has a tag of more
+/// than 4 KiB is no document.
 class XmlDocument {
 public:
     explicit XmlDocument(std::string_view text);

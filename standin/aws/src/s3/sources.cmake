@@ -14,6 +14,7 @@ set(STANDIN_AWS_S3_SOURCES
   HeadBucket.cpp
   HeadObject.cpp
   ListObjectsV2.cpp
+  LongTags.cpp
   PutObject.cpp
   S3Client.cpp
   S3ClientConfiguration.cpp
