@@ -19,6 +19,8 @@ namespace http = boost::beast::http;
 using boost::system::error_code;
 
 constexpr std::uint32_t largestHead = 64U << 10U;
+// Room for a head and what came with it. It also ends chunk heads and trailers that don't end.
+constexpr std::size_t largestBuffer = std::size_t{128} << 10U;
 // Answers up to this size go out in one piece with their head.
 constexpr std::uint64_t smallBody = 16U << 10U;
 
@@ -108,7 +110,7 @@ private:
     Wire& wire_;
     const Backend& backend_;
     const std::uint64_t connection_;
-    boost::beast::flat_buffer buffer_;
+    boost::beast::flat_buffer buffer_{largestBuffer};
     Ending ending_ = Ending::Close;
 };
 
