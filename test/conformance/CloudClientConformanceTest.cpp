@@ -219,9 +219,7 @@ TEST_P(CloudClientConformance, RaisesWhatS3SaysOfPartsOutOfOrder) {
 }
 
 TEST_P(CloudClientConformance, NamesAMissingBucket) {
-    auto elsewhere = target->access();
-    elsewhere.bucket += "-missing";
-    client = cloudClient(elsewhere);
+    client = target->clientOf(target->access().bucket + "-missing");
     std::string token;
     EXPECT_FALSE(client->stat("k"));
     expectFailure<ResourceNotFoundException>(u"no_such_bucket", [&] { client->list("", token, {"", 0}); });

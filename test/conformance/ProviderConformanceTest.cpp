@@ -3,7 +3,7 @@
 
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
-#include "conformance/Target.hpp"
+#include "conformance/EmbeddedTarget.hpp"
 #include "support/CloudFailure.hpp"
 
 using namespace testsupport;

@@ -62,6 +62,12 @@ std::unique_ptr<CloudClient> cloudClient(const Access& access,
         access.bucket, std::move(client), storage::s3provider::S3ClientConfiguration{2, 0}, access.region);
 }
 
+std::unique_ptr<CloudClient> Target::clientOf(const std::string& bucket) const {
+    auto elsewhere = access();
+    elsewhere.bucket = bucket;
+    return cloudClient(elsewhere);
+}
+
 void PrintTo(const TargetChoice& choice, std::ostream* out) {
     *out << choice.name;
 }

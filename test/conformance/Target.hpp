@@ -63,6 +63,8 @@ public:
 
     /// To that bucket, or that part of it.
     virtual std::unique_ptr<storage::cloudprovider::CloudClient> client() { return cloudClient(access()); }
+    /// To another bucket of the server.
+    std::unique_ptr<storage::cloudprovider::CloudClient> clientOf(const std::string& bucket) const;
 };
 
 /// A server to hold the suite against, and the name that its tests have.
