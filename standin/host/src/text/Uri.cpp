@@ -71,8 +71,7 @@ std::string toString(const Uri& uri) {
     std::string text = uri.scheme + ":";
     if (uri.host) text += "//" + authorityOf(uri);
     // Without a host, two leading slashes would make one.
-    else if (uri.path.compare(0, 2, "//") == 0)
-        text += "/.";
+    if (!uri.host && uri.path.compare(0, 2, "//") == 0) text += "/.";
     text += uri.path;
     if (uri.query) text += "?" + *uri.query;
     if (uri.fragment) text += "#" + *uri.fragment;

@@ -21,7 +21,8 @@ struct Entry {
     boost::posix_time::ptime lastModified;  ///< UTC; not_a_date_time for a folder
 };
 
-/// An open file that is read by ranges. Any number of threads may read at once.
+/// An open file that is read by ranges. Any number of threads may read at once. Nothing is locked: a file
+/// that is replaced meanwhile gives bytes of both.
 class IReader {
 public:
     /// Bytes in the file when it was opened.
