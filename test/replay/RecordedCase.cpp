@@ -1,6 +1,8 @@
 #include "replay/RecordedCase.hpp"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <ostream>
 #include <stdexcept>
 
@@ -13,19 +15,6 @@ RecordedCase parseCase(const std::string& line) {
     Json recorded = Json::parse(line);
     std::string id = recorded.at("id");
     return {std::move(id), std::move(recorded)};
-}
-
-void appendCases(const std::filesystem::path& path, std::vector<RecordedCase>& cases) {
-    std::ifstream file(path);
-    if (!file) throw std::runtime_error("can't read " + path.string());
-    std::string line;
-    for (int number = 1; std::getline(file, line); ++number) {
-        try {
-            cases.push_back(parseCase(line));
-        } catch (const Json::exception& error) {
-            throw std::runtime_error(path.string() + ":" + std::to_string(number) + ": " + error.what());
-        }
-    }
 }
 
 }  // namespace
@@ -54,11 +43,28 @@ void PrintTo(const RecordedCase& recordedCase, std::ostream* out) {
     *out << recordedCase.id;
 }
 
-std::vector<RecordedCase> loadCases(const std::filesystem::path& folder) {
+std::vector<RecordedCase> readCases(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    if (!stream) throw std::runtime_error("can't read " + file.string());
     std::vector<RecordedCase> cases;
-    for (const char* name : {"errors.jsonl", "results.jsonl", "requests.jsonl"})
-        appendCases(folder / name, cases);
+    std::string line;
+    for (int number = 1; std::getline(stream, line); ++number) {
+        try {
+            cases.push_back(parseCase(line));
+        } catch (const Json::exception& error) {
+            throw std::runtime_error(file.string() + ":" + std::to_string(number) + ": " + error.what());
+        }
+    }
     return cases;
+}
+
+std::vector<RecordedCase> loadCases(const std::filesystem::path& folder) {
+    std::vector<RecordedCase> all;
+    for (const char* name : {"errors.jsonl", "results.jsonl", "requests.jsonl"}) {
+        std::vector<RecordedCase> cases = readCases(folder / name);
+        std::move(cases.begin(), cases.end(), std::back_inserter(all));
+    }
+    return all;
 }
 
 }  // namespace replay

@@ -28,6 +28,9 @@ int deadlySignal(const Json& observation);
 
 void PrintTo(const RecordedCase& recordedCase, std::ostream* out);
 
+/// The cases of one file. Throws std::runtime_error with file and line if one can't be read.
+std::vector<RecordedCase> readCases(const std::filesystem::path& file);
+
 /// All cases of errors.jsonl, results.jsonl and requests.jsonl in that folder. Throws std::runtime_error with
 /// file and line if one can't be read.
 std::vector<RecordedCase> loadCases(const std::filesystem::path& folder);

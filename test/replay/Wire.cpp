@@ -34,12 +34,6 @@ constexpr std::array<Placeholder, 7> placeholders{{
     {R"( md/GCC#[^ ]+)", " md/GCC#12.2.0"},
 }};
 
-std::string withPlaceholders(std::string text) {
-    for (const Placeholder& placeholder : placeholders)
-        text = std::regex_replace(text, std::regex(placeholder.pattern), placeholder.replacement);
-    return text;
-}
-
 std::string scopeWithPlaceholder(const std::string& scope) {
     return std::regex_replace(scope, std::regex("^([^/]*/)[0-9]{8}/"), "$1{DAY}/");
 }
@@ -129,6 +123,12 @@ std::vector<SeenRequest> chosen(const std::vector<SeenRequest>& requests, const 
 }
 
 }  // namespace
+
+std::string withPlaceholders(std::string text) {
+    for (const Placeholder& placeholder : placeholders)
+        text = std::regex_replace(text, std::regex(placeholder.pattern), placeholder.replacement);
+    return text;
+}
 
 Json describeWire(const std::vector<SeenRequest>& requests, const Json& recorded, long now) {
     const std::string secretKey =

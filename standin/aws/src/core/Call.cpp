@@ -8,7 +8,6 @@
 #include "core/Redirects.hpp"
 #include "core/RequestChecks.hpp"
 #include "core/UnsendableRequest.hpp"
-#include "core/UserAgent.hpp"
 
 namespace standin::aws {
 namespace {
@@ -64,7 +63,7 @@ ClientState::ClientState(const ClientConfiguration& clientConfiguration,
           return complete;
       }()),
       credentials(std::move(credentialsProvider)),
-      userAgent(standin::aws::userAgent(configuration.retryStrategy->GetStrategyName())),
+      userAgent(Aws::Client::ComputeUserAgentString(&configuration)),
       connections(configuration) {}
 
 Call::Call(ClientState& client, const ExchangeRequest& request, const AnswerJudge& judge)

@@ -7,7 +7,6 @@
 #include "core/Redirects.hpp"
 #include "core/RequestChecks.hpp"
 #include "core/Text.hpp"
-#include "core/UserAgent.hpp"
 
 namespace standin::aws {
 namespace {
@@ -121,7 +120,7 @@ WireAnswer MetadataClient::ask(HttpMethod method, const std::string& path, Heade
     WireAnswer answer;
     answer.code = CURLE_URL_MALFORMAT;
     if (!isEndpoint(endpoint_)) return answer;
-    headers["user-agent"] = userAgent("default");
+    headers["user-agent"] = Aws::Client::ComputeUserAgentString();
     const WireRequest request{method, endpoint_ + path, std::move(headers), nullptr, longestAnswer};
     answer = sendFollowing(connection(), request);
     return mayPass(answer) ? sendFollowing(connection(), request) : answer;

@@ -1,5 +1,4 @@
-#include "core/UserAgent.hpp"
-
+#include <aws/core/client/ClientConfiguration.h>
 #include <sys/utsname.h>
 
 #include <algorithm>
@@ -32,15 +31,21 @@ std::string word(const char* label, std::string value) {
 }
 
 }  // namespace
+}  // namespace standin::aws
 
-std::string userAgent(const std::string& retryStrategyName) {
+namespace Aws::Client {
+
+using namespace standin::aws;
+
+Aws::String ComputeUserAgentString(const ClientConfiguration* configuration) {
     utsname system{};
     uname(&system);
+    const char* const retryMode =
+        configuration != nullptr ? configuration->retryStrategy->GetStrategyName() : "default";
     return std::string("aws-sdk-cpp/1.11.274 ua/2.0 md/aws-crt#0.26.2 os/") + system.sysname + '/' +
            system.release + " md/arch#" + system.machine + " lang/c++#C++11 md/" + compiler() +
-           " cfg/retry-mode#" + retryStrategyName +
-           word(" exec-env/", environmentVariable("AWS_EXECUTION_ENV")) +
+           " cfg/retry-mode#" + retryMode + word(" exec-env/", environmentVariable("AWS_EXECUTION_ENV")) +
            word(" app/", setting("AWS_SDK_UA_APP_ID", "sdk_ua_app_id"));
 }
 
-}  // namespace standin::aws
+}  // namespace Aws::Client

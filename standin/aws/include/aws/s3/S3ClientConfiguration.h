@@ -12,7 +12,8 @@ enum class US_EAST_1_REGIONAL_ENDPOINT_OPTION { NOT_SET, LEGACY, REGIONAL };
 struct S3ClientConfiguration : public Aws::Client::ClientConfiguration {
     using PayloadSigningPolicy = Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy;
 
-    S3ClientConfiguration() : S3ClientConfiguration(Aws::Client::ClientConfiguration()) {}
+    S3ClientConfiguration()
+        : S3ClientConfiguration(Aws::Client::ClientConfiguration(), PayloadSigningPolicy::RequestDependent) {}
     /// `signingPolicy` is kept for the asking: bodies sent over TLS are never part of what is signed. NOT_SET
     /// leaves the choice to AWS_S3_US_EAST_1_REGIONAL_ENDPOINT or the profile's
     /// `s3_us_east_1_regional_endpoint`, "legacy" or "regional"; without them it is REGIONAL.

@@ -60,4 +60,9 @@ struct ClientConfiguration {
     bool disableIMDS = false;               ///< whether the machine wasn't to be asked
 };
 
+/// What a client says of itself, up to the service's part; null stands for the default retry mode. Ends with
+/// AWS_EXECUTION_ENV, and the application's id by AWS_SDK_UA_APP_ID or the profile's `sdk_ua_app_id`, where
+/// these are set; in both, a character that would end the word is replaced by "_".
+Aws::String ComputeUserAgentString(const ClientConfiguration* configuration = nullptr);
+
 }  // namespace Aws::Client
