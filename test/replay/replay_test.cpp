@@ -1,5 +1,5 @@
 #include "replay/Replay.hpp"
-#include "replay/CleanEnvironment.hpp"
+#include "support/CleanEnvironment.hpp"
 #include "replay/KnownDifferences.hpp"
 
 #include <aws/core/Aws.h>
@@ -73,7 +73,7 @@ private:
 }  // namespace replay
 
 int main(int argc, char** argv) {
-    const replay::CleanEnvironment environment;
+    const testsupport::CleanEnvironment environment;
     testing::InitGoogleTest(&argc, argv);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     testing::AddGlobalTestEnvironment(new replay::SdkEnvironment);

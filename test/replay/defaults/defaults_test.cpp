@@ -1,4 +1,4 @@
-#include "replay/CleanEnvironment.hpp"
+#include "support/CleanEnvironment.hpp"
 #include "replay/Replay.hpp"
 #include "replay/defaults/Observers.hpp"
 
@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(Slow, RecordedDefault, testing::ValuesIn(casesThatAre(t
 }  // namespace replay
 
 int main(int argc, char** argv) {
-    const replay::CleanEnvironment environment;
+    const testsupport::CleanEnvironment environment;
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

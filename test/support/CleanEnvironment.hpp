@@ -1,0 +1,52 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/Environment.hpp"
+#include "support/TemporaryFolder.hpp"
+
+namespace testsupport {
+
+/// An environment with an empty home folder, without a variable of the SDK, of proxies or of certificate stores,
+/// and with metadata lookup off. The old one is back at the end. Not for use while another thread reads the
+/// environment.
+class CleanEnvironment {
+public:
+    CleanEnvironment() {
+        for (const std::string& name : harmfulVariables())
+            variables_.unset(name);
+        variables_.set("HOME", home());
+        variables_.set("AWS_EC2_METADATA_DISABLED", "true");
+    }
+
+    const std::filesystem::path& home() const { return home_.path(); }
+
+private:
+    static bool isHarmful(std::string_view name) {
+        for (const std::string_view harmful :
+             {"http_proxy", "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY",
+              "NO_PROXY", "SSL_CERT_FILE", "SSL_CERT_DIR"})
+            if (name == harmful) return true;
+        return name.substr(0, 4) == "AWS_";
+    }
+
+    static std::vector<std::string> harmfulVariables() {
+        std::vector<std::string> names;
+        for (char** variable = environ; *variable != nullptr; ++variable) {
+            const std::string_view text = *variable;
+            const std::string_view name = text.substr(0, text.find('='));
+            if (isHarmful(name)) names.emplace_back(name);
+        }
+        return names;
+    }
+
+    TemporaryFolder home_;
+    Environment variables_;
+};
+
+}  // namespace testsupport
