@@ -12,7 +12,7 @@ namespace testsupport {
 class TemporaryFolder {
 public:
     /// `name` begins the folder's name. Throws std::runtime_error when it can't be made.
-    explicit TemporaryFolder(const std::string& name) {
+    explicit TemporaryFolder(const std::string& name = "s3provider-test") {
         std::string pattern = (std::filesystem::temp_directory_path() / (name + "-XXXXXX")).string();
         if (!::mkdtemp(pattern.data())) throw std::runtime_error("can't make the folder " + pattern);
         path_ = pattern;
