@@ -1,0 +1,171 @@
+#include <fl/i18n.hpp>
+#include <foundation/storage/provider/Exception.hpp>
+#include <storage/cloudprovider/CloudException.hpp>
+
+#include "AwsS3ClientFactory.hpp"
+#include "DefaultPathTest.hpp"
+
+using namespace testsupport;
+using ::testing::AnyOf;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+
+namespace {
+
+constexpr const char* clientChannel = "storage::s3provider::S3Client";
+
+/// Text that begins every secret but the one that the server accepts.
+constexpr const char* planted = "pl4nted-s3cret";
+constexpr const char* plantedInBase64 = "cGw0bnRlZC1zM2NyZX";
+
+const std::string& rightSecret() {
+    return s3server::defaultCredentials.secretKey;
+}
+
+/// The default path with a secret at every place that takes one, and ears for all that is said about it.
+class PlantedSecrets : public DefaultPathTest {
+protected:
+    PlantedSecrets() {
+        environment.set("AWS_RETRY_MODE", "standard");
+        environment.set("AWS_MAX_ATTEMPTS", "1");
+        environment.set("ZR_AWS_RETRYTIMEMS", "0");
+        environment.set("ZR_PROXY_USERNAME", "me");
+        environment.set("ZR_PROXY_PASSWORD", secret("of the proxy"));
+        for (const char* const variable : {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"})
+            environment.set(variable, "http://me:" + secret("of-the-system") + "@127.0.0.1:1/");
+        environment.set("S3VFS_SETTINGS", write("settings.json", settings()).string());
+        write(".aws/credentials",
+              "[default]\naws_access_key_id = somebody\naws_secret_access_key = " + secret("of the file") +
+                  "\naws_session_token = " + secret("token of the file") + "\n");
+    }
+
+    ~PlantedSecrets() override {
+        const auto isSecret = AnyOf(HasSubstr(planted), HasSubstr(plantedInBase64), HasSubstr(rightSecret()));
+        EXPECT_THAT(said, Each(Not(isSecret)));
+        EXPECT_THAT(records.texts(), Each(Not(isSecret)));
+        EXPECT_THAT(printed, Not(isSecret));
+    }
+
+    static std::string secret(const std::string& whose) { return std::string(planted) + ' ' + whose; }
+
+    static std::string settings() {
+        return R"({"orrery": {"web": {"UseProxy": true, "ProxyHost": "127.0.0.1", "ProxyPort": "1",
+                   "UseProxyAuthentication": true, "ProxyUsername": "me", "ProxyPassword": ")" +
+               secret("of the settings") + "\"}}}";
+    }
+
+    /// Does all that a provider can do, and keeps what failures say.
+    void useBucket() {
+        hear([&] { put(*open(), u"folder/file", "content"); });
+        hear([&] { get(*open(), u"folder/file"); });
+        hear([&] { get(*open(), u"folder/none"); });
+        hear([&] { open()->list(u"/folder"); });
+        hear([&] { open()->stat(u"/folder/file"); });
+        hear([&] { open()->remove(u"/folder/file"); });
+    }
+
+    std::shared_ptr<IProvider> open() {
+        S3ProviderFactoryV2 fresh(nullptr);
+        return fresh.createProvider(StorageIRI(u"s3://travelled"));
+    }
+
+    template <typename Action>
+    void hear(const Action& action) {
+        ::testing::internal::CaptureStdout();
+        ::testing::internal::CaptureStderr();
+        hearFailure(action);
+        printed += ::testing::internal::GetCapturedStdout();
+        printed += ::testing::internal::GetCapturedStderr();
+    }
+
+    template <typename Action>
+    void hearFailure(const Action& action) {
+        try {
+            action();
+        } catch (const storage::cloudprovider::CloudException& failure) {
+            said.emplace_back(failure.what());
+            if (failure.context()) said.push_back(textOf(*failure.context()));
+        } catch (const foundation::storage::provider::Exception& failure) {
+            said.emplace_back(failure.what());
+            for (const auto& context : failure.contexts())
+                said.push_back(textOf(context));
+        } catch (const std::exception& failure) {
+            said.emplace_back(failure.what());
+        }
+    }
+
+    static std::string textOf(const foundation::storage::provider::ExceptionContext& context) {
+        return fl::i18n::ustring_to_utf8(context.text());
+    }
+
+    std::vector<std::string> said;  ///< by exceptions
+    std::string printed;
+    LogCapture records{clientChannel, factoryChannel};
+};
+
+TEST_F(PlantedSecrets, ArentToldWhenAllIsWell) {
+    useBucket();
+    EXPECT_THAT(said, ElementsAre("Cloud Resource not found", "no_such_key"));
+    EXPECT_THAT(records.texts(), Not(IsEmpty()));
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheKeyIsRefused) {
+    environment.set("AWS_SECRET_ACCESS_KEY", secret("of the environment"));
+    useBucket();
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheTokenIsRefused) {
+    environment.set("AWS_SESSION_TOKEN", secret("token of the environment"));
+    useBucket();
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheFileHoldsTheKeys) {
+    environment.unset("AWS_ACCESS_KEY_ID");
+    environment.unset("AWS_SECRET_ACCESS_KEY");
+    useBucket();
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenThePairIsMismatched) {
+    environment.unset("AWS_ACCESS_KEY_ID");
+    environment.set("AWS_SECRET_ACCESS_KEY", secret("without a key"));
+    useBucket();
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheyAreIllFormed) {
+    for (const char* const variable : {"AWS_SECRET_ACCESS_KEY", "AWS_SESSION_TOKEN"})
+        for (const char* const end : {"\r\nx-injected: yes", "\xff", "\x01"}) {
+            environment.set(variable, secret("that ends badly") + end);
+            useBucket();
+        }
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheProxysAreIllFormed) {
+    environment.set("ZR_PROXY_PASSWORD", secret("of the proxy") + "\xff");
+    hear([] { storage::s3provider::makeClientConfiguration(); });
+    EXPECT_THAT(records.texts(), SizeIs(1));
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheSettingsAreIllFormed) {
+    environment.unset("ZR_PROXY_HOST");
+    write("settings.json", settings() + ",");
+    hear([] { storage::s3provider::makeClientConfiguration(); });
+    EXPECT_THAT(records.texts(), SizeIs(1));
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheyStandInAnAddress) {
+    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "https://me:" + std::string(planted) + "@evil.example/");
+    useBucket();
+    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "not an address: " + std::string(planted));
+    useBucket();
+}
+
+TEST_F(PlantedSecrets, ArentToldWhenTheProxyIsNone) {
+    environment.set("ZR_PROXY_PORT", "1");
+    useBucket();
+}
+
+}  // namespace
