@@ -20,7 +20,8 @@ using Environment = std::map<std::string, std::string>;
 testsupport::Finished start(const std::vector<std::string>& command, Environment environment) {
     environment["AWS_EC2_METADATA_DISABLED"] = "true";
     for (const char* const name : {"PATH", "LD_LIBRARY_PATH"}) {
-        if (const char* const value = std::getenv(name)) environment[name] = value;
+        const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): in a single thread
+        if (value != nullptr) environment[name] = value;
     }
     const auto finished = testsupport::run(command, environment, "/");
     if (finished.status != 0) throw std::runtime_error("a worker failed: " + finished.err);

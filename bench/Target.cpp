@@ -20,7 +20,8 @@ constexpr Variable variables[] = {
 Target targetFromEnvironment() {
     Target target;
     for (const auto& variable : variables) {
-        const char* const value = std::getenv(variable.name);
+        const char* const value =
+            std::getenv(variable.name);  // NOLINT(concurrency-mt-unsafe): before any thread
         target.*variable.field = value == nullptr ? "" : value;
     }
     return target;

@@ -14,9 +14,13 @@ namespace storage::s3provider {
 
 namespace {
 
-// In the process's own narrow environment; nothing when not set.
+// In the process's own narrow environment; null when not set.
+const char* variable(const char* name) {
+    return std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody sets variables while clients are made
+}
+
 std::optional<std::wstring> wideVariable(const char* name) {
-    const char* const value = std::getenv(name);
+    const char* const value = variable(name);
     if (value == nullptr) return std::nullopt;
     return fl::i18n::to_wstring(fl::i18n::to_ustring(value));
 }
@@ -45,7 +49,7 @@ EnvironmentProxyType::EnvironmentProxyType() {
     const auto host = wideVariable("ZR_PROXY_HOST");
     if (!host) return;
     m_host = *host;
-    if (const char* const port = std::getenv("ZR_PROXY_PORT")) m_port = portFrom(port);
+    if (const char* const port = variable("ZR_PROXY_PORT")) m_port = portFrom(port);
     m_username = wideVariable("ZR_PROXY_USERNAME").value_or(L"");
     m_password = wideVariable("ZR_PROXY_PASSWORD").value_or(L"");
 }

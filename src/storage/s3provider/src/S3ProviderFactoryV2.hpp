@@ -35,7 +35,8 @@ public:
     /// GetBucketLocation goes out through the client of `ZR_AWS_GETLOCATION_REGION` ("us-east-2" by default).
     /// It is remembered when it is known; when it isn't, the client is that of the empty region.
     ///
-    /// With `ZR_AWS_ENDPOINT_OVERRIDE` set: a new client for that endpoint each time, and no request.
+    /// With `ZR_AWS_ENDPOINT_OVERRIDE` set: a new client for that endpoint each time, and no request; a
+    /// region that the user chose goes into the client and is remembered there, too.
     std::shared_ptr<Aws::S3::S3Client> getClientForBucket(const std::string& bucket);
 
     /// The client of a region, made on first use; the empty region is the SDK's default. A region never gets

@@ -2,8 +2,7 @@
 
 #include <atomic>
 #include <fl/filesystem.hpp>
-
-#include "EnvironmentText.hpp"
+#include <fl/i18n.hpp>
 
 namespace storage::s3provider {
 
@@ -19,9 +18,14 @@ constexpr long refreshPeriodMs = 300000;
 class ZREnvCredentialsProvider : public Aws::Auth::AWSCredentialsProvider {
 public:
     AWSCredentials GetAWSCredentials() override {
-        const std::string accessKeyId = environmentText("AWS_ACCESS_KEY_ID");
-        const std::string secretKey = environmentText("AWS_SECRET_ACCESS_KEY");
-        return {accessKeyId, secretKey, environmentText("AWS_SESSION_TOKEN")};
+        const std::string accessKeyId = variable("AWS_ACCESS_KEY_ID");
+        const std::string secretKey = variable("AWS_SECRET_ACCESS_KEY");
+        return {accessKeyId, secretKey, variable("AWS_SESSION_TOKEN")};
+    }
+
+private:
+    static std::string variable(const char* name) {
+        return fl::i18n::ustring_to_utf8(fl::i18n::getenv(name));
     }
 };
 

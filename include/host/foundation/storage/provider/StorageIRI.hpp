@@ -24,10 +24,10 @@ public:
     bool hasHost() const noexcept { return !host_.empty(); }
 
     /// The host, percent-decoded, without user and port; an IPv6 address in its brackets. Empty without host.
-    const std::u16string& getHost() const noexcept { return host_; }
+    std::u16string getHost() const { return host_; }
 
     /// The path, percent-decoded, with the leading "/" that follows a host; empty when nothing does.
-    const std::u16string& getPath() const noexcept { return path_; }
+    std::u16string getPath() const { return path_; }
 
     /// The whole IRI, with percent-encoding only where a character may not stand for itself.
     std::u16string toString() const;
