@@ -1,3 +1,5 @@
+#include <aws/core/Aws.h>
+
 #include <atomic>
 #include <thread>
 
@@ -7,7 +9,6 @@
 
 using namespace testsupport;
 using storage::s3provider::ZRCredentialsProviderChain;
-using ::testing::IsEmpty;
 
 namespace {
 
@@ -15,14 +16,25 @@ std::string profile(const std::string& key) {
     return "[default]\naws_access_key_id = " + key + "\naws_secret_access_key = secret-of-" + key + "\n";
 }
 
-/// A chain on a machine whose metadata service is a scripted server.
-class CredentialsChain : public FactoryTest {
-protected:
-    CredentialsChain() {
+/// An SDK that found a machine's metadata service when it was initialized.
+class SdkOnAMachine {
+public:
+    SdkOnAMachine(Environment& environment, const ScriptedServer& metadata) {
         environment.unset("AWS_EC2_METADATA_DISABLED");
         environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
+        Aws::InitAPI(options_);
     }
+    ~SdkOnAMachine() { Aws::ShutdownAPI(options_); }
+    SdkOnAMachine(const SdkOnAMachine&) = delete;
+    SdkOnAMachine& operator=(const SdkOnAMachine&) = delete;
 
+private:
+    Aws::SDKOptions options_;
+};
+
+/// A chain on a machine whose metadata service has nothing.
+class CredentialsChain : public FactoryTest {
+protected:
     void setKeys(const char* key, const char* secret) {
         environment.set("AWS_ACCESS_KEY_ID", key);
         environment.set("AWS_SECRET_ACCESS_KEY", secret);
@@ -43,6 +55,7 @@ protected:
     }
 
     ScriptedServer metadata{{{Step::send(httpReply(404))}}, always()};
+    SdkOnAMachine sdk{environment, metadata};
 
 private:
     std::chrono::seconds laterBy_{0};
@@ -85,6 +98,7 @@ TEST_F(CredentialsChain, LeavesAMetadataServiceAloneThatHasNothing) {
     ZRCredentialsProviderChain chain;
     chain.GetAWSCredentials();
     const auto once = asked();
+    ASSERT_GT(once, 0u);
     for (int i = 0; i < 20; ++i)
         chain.GetAWSCredentials();
     EXPECT_EQ(asked(), once);
@@ -127,9 +141,10 @@ TEST_F(CredentialsChain, AsksTheMetadataServiceAnewOnceTheFileChanged) {
     ZRCredentialsProviderChain chain;
     chain.GetAWSCredentials();
     const auto once = asked();
+    ASSERT_GT(once, 0u);
     touch(file);
     chain.GetAWSCredentials();
-    EXPECT_EQ(asked(), 2 * once);
+    EXPECT_GT(asked(), once);
 }
 
 TEST_F(CredentialsChain, ThrowsWhatTheHostsTextFunctionsThrow) {
@@ -164,8 +179,6 @@ TEST_F(CredentialsChain, ServesManyThreadsWhileTheFileChanges) {
 class CredentialsOfTheMachine : public FactoryTest {
 protected:
     CredentialsOfTheMachine() {
-        environment.unset("AWS_EC2_METADATA_DISABLED");
-        environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
         // The SDK asks for the credentials twice, and then where the machine is.
         for (int round = 0; round < 2; ++round) {
             metadata.expect({Step::send(httpReply(200, {}, "the-token"))});
@@ -178,6 +191,7 @@ protected:
     }
 
     ScriptedServer metadata;
+    SdkOnAMachine sdk{environment, metadata};
 };
 
 TEST_F(CredentialsOfTheMachine, AreTakenLastAndKept) {

@@ -35,6 +35,12 @@ std::shared_ptr<ProcessState> processState() {
     return apiUses().state;
 }
 
+std::shared_ptr<MetadataClient> metadataClient() {
+    const auto state = processState();
+    if (!state) return std::make_shared<MetadataClient>(metadataEndpoint());
+    return {state, &state->metadata};
+}
+
 }  // namespace standin::aws
 
 namespace Aws {

@@ -2,6 +2,7 @@
 
 #include "core/EnvironmentVariable.hpp"
 #include "core/InstanceProfile.hpp"
+#include "core/ProcessState.hpp"
 
 namespace Aws::Auth {
 
@@ -42,7 +43,7 @@ void ProfileConfigFileAWSCredentialsProvider::Reload() {
 }
 
 InstanceProfileCredentialsProvider::InstanceProfileCredentialsProvider(long refreshRateMs)
-    : profile_(std::make_unique<standin::aws::InstanceProfile>(standin::aws::metadataEndpoint())),
+    : profile_(std::make_unique<standin::aws::InstanceProfile>(standin::aws::metadataClient())),
       refreshRateMs_(refreshRateMs) {}
 
 InstanceProfileCredentialsProvider::~InstanceProfileCredentialsProvider() = default;

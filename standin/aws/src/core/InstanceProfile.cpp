@@ -21,14 +21,14 @@ std::chrono::milliseconds pause() {
 
 void InstanceProfile::load() {
     if (DateTime::Now() < leftAloneUntil_) return;
-    const auto given = parseRoleCredentials(metadata_.credentials());
+    const auto given = parseRoleCredentials(metadata_->credentials());
     if (!given) return;
     if (given->IsExpired()) {
         leftAloneUntil_ = DateTime::Now() + pause();
         return;
     }
     credentials_ = {given->GetAWSAccessKeyId(), given->GetAWSSecretKey(), given->GetSessionToken()};
-    metadata_.region();  // asked for with the first credentials, and then known
+    metadata_->region();  // asked for with the first credentials, and then known
 }
 
 }  // namespace standin::aws

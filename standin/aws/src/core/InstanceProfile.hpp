@@ -2,7 +2,7 @@
 
 #include <aws/core/auth/AWSCredentials.h>
 
-#include <string>
+#include <memory>
 #include <utility>
 
 #include "core/MetadataClient.hpp"
@@ -13,7 +13,7 @@ namespace standin::aws {
 class InstanceProfile {
 public:
     /// Asks nothing yet.
-    explicit InstanceProfile(std::string endpoint) : metadata_(std::move(endpoint)) {}
+    explicit InstanceProfile(std::shared_ptr<MetadataClient> metadata) : metadata_(std::move(metadata)) {}
 
     /// Asks the service. Without a usable answer what was known stays. Expired credentials aren't taken: the
     /// service is in trouble then, and left alone for some minutes.
@@ -23,7 +23,7 @@ public:
     const Aws::Auth::AWSCredentials& credentials() const { return credentials_; }
 
 private:
-    MetadataClient metadata_;
+    std::shared_ptr<MetadataClient> metadata_;
     Aws::Auth::AWSCredentials credentials_;
     Aws::Utils::DateTime leftAloneUntil_;
 };

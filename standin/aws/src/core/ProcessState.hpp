@@ -21,4 +21,8 @@ struct ProcessState {
 /// Null before InitAPI() and after the last ShutdownAPI(). Any thread.
 std::shared_ptr<ProcessState> processState();
 
+/// The client that all of a process share, and so the place where the first InitAPI() found the service.
+/// Without InitAPI() one of its own. Any thread.
+std::shared_ptr<MetadataClient> metadataClient();
+
 }  // namespace standin::aws
