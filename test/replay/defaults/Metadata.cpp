@@ -2,7 +2,7 @@
 #include "replay/defaults/Credentials.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
-#include "replay/defaults/Sockets.hpp"
+#include "support/HeldPort.hpp"
 #include "support/ScriptedServer.hpp"
 
 #include <aws/core/auth/AWSCredentialsProvider.h>
@@ -12,6 +12,7 @@ namespace replay {
 namespace {
 
 using Aws::Auth::InstanceProfileCredentialsProvider;
+using testsupport::ClosedPort;
 using testsupport::ScriptedServer;
 using testsupport::SeenRequest;
 using testsupport::Step;

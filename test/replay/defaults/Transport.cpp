@@ -2,7 +2,7 @@
 #include "replay/Outcomes.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
-#include "replay/defaults/Sockets.hpp"
+#include "support/HeldPort.hpp"
 
 #include <aws/s3/model/HeadBucketRequest.h>
 
@@ -25,7 +25,7 @@ Aws::S3::Model::HeadBucketOutcome headBucket(const Client& client) {
 }  // namespace
 
 Json observeEnvironmentProxy(const Json& recorded) {
-    const ClosedPort closed;
+    const testsupport::ClosedPort closed;
     const Setting setting(recorded, {{"{CLOSEDPORT}", closed.number()}});
     const Scene scene(answered(recorded, Json::array({{{"send", testsupport::httpReply(200)}}})));
     const auto outcome = headBucket(makeClient(Json::object(), scene));
@@ -35,7 +35,7 @@ Json observeEnvironmentProxy(const Json& recorded) {
 Json observeConnectTimeout(const Json& recorded) {
     const Setting setting(recorded);
     const Scene scene(answered(recorded, Json::array({{{"sleep_ms", 20000}}})));
-    const CrowdedPort crowded;
+    const testsupport::CrowdedPort crowded;
     Json settings = recorded["client"];
     settings["maxRetries"] = 0;
     if (recorded["peer"] != "accepts") settings["endpoint"] = "127.0.0.1:" + crowded.number();

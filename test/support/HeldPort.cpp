@@ -1,4 +1,4 @@
-#include "replay/defaults/Sockets.hpp"
+#include "support/HeldPort.hpp"
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace replay {
+namespace testsupport {
 namespace {
 
 int checked(int result, const char* what) {
@@ -57,4 +57,4 @@ CrowdedPort::~CrowdedPort() {
         close(connection);
 }
 
-}  // namespace replay
+}  // namespace testsupport

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace replay {
+namespace testsupport {
 
 /// A port on 127.0.0.1 that a socket holds.
 class HeldPort {
@@ -35,4 +35,4 @@ private:
     int waiting_[waitingConnections];
 };
 
-}  // namespace replay
+}  // namespace testsupport
