@@ -31,7 +31,7 @@ Aws::Client::ClientConfiguration metadataConfiguration() {
     Aws::Client::ClientConfiguration configuration("default", true);
     configuration.connectTimeoutMs = 1000;
     configuration.requestTimeoutMs = 1000;
-    configuration.httpRequestTimeoutMs = 5000;
+    configuration.httpRequestTimeoutMs = 2000;
     return configuration;
 }
 
@@ -109,7 +109,7 @@ std::string MetadataClient::askForCredentials() {
 std::string MetadataClient::credentialsOfRole(const Headers& headers) {
     const std::string roles = get(rolesPath, headers);
     if (roles.empty()) return {};
-    return get(rolesPath + std::string("/") + encodeWirePath(roles.substr(0, roles.find('\n'))), headers);
+    return get(rolesPath + std::string("/") + encodePathSegment(roles.substr(0, roles.find('\n'))), headers);
 }
 
 std::string MetadataClient::get(const std::string& path, const Headers& headers) {

@@ -19,7 +19,7 @@ std::string regionOfZone(const std::string& zone);
 
 /// Asks Amazon EC2's instance metadata service, by session tokens (version 2) until the service turns out
 /// not to give any, then without (version 1). A request that fails for a passing reason is made twice; each
-/// takes a second without an answer, or five in all. Thread-safe; one request at a time.
+/// is given up after a second of silence, or two seconds in all. Thread-safe; one request at a time.
 class MetadataClient {
 public:
     /// A host, host:port or URL. One that is none of them is never asked.

@@ -33,6 +33,10 @@ std::string encodeWirePath(std::string_view path) {
     return encode(path, "/$&,:=@");
 }
 
+std::string encodePathSegment(std::string_view segment) {
+    return encode(segment, "$&,:=@");
+}
+
 std::string encodeCanonicalPath(std::string_view path) {
     return encode(path, "/");
 }

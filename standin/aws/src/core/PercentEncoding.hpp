@@ -13,6 +13,9 @@ std::string encodeQueryText(std::string_view text);
 /// A path as the request line has it: "/" and "$&,:=@" stay as well.
 std::string encodeWirePath(std::string_view path);
 
+/// One segment of such a path: "/" is encoded.
+std::string encodePathSegment(std::string_view segment);
+
 /// A path as the signature covers it: "/" stays as well.
 std::string encodeCanonicalPath(std::string_view path);
 
