@@ -15,6 +15,7 @@ namespace {
 
 Variables variablesFor(const Access& access) {
     return {{"AWS_EC2_METADATA_DISABLED", "true"},
+            {"ZR_AWS_PROXY", "OFF"},
             {"S3PROVIDER_TEST_ENDPOINT", access.endpoint},
             {"S3PROVIDER_TEST_REGION", access.region},
             {"S3PROVIDER_TEST_BUCKET", access.bucket},
