@@ -3,9 +3,11 @@
 #include "DefaultPathTest.hpp"
 
 using namespace testsupport;
-using ::testing::Each;
+using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 namespace {
 
@@ -24,8 +26,7 @@ TEST_F(DefaultPath, LeadsFromAnIriToAnObject) {
     EXPECT_EQ(requests[0].header("host"), "travelled.s3.us-east-2.amazonaws.com");
     for (std::size_t i = 1; i < requests.size(); ++i) {
         EXPECT_EQ(requests[i].header("host"), "travelled.s3.eu-west-3.amazonaws.com");
-        EXPECT_THAT(requests[i].header("authorization").value_or(""),
-                    ::testing::HasSubstr("/eu-west-3/s3/aws4_request"));
+        EXPECT_THAT(signatureOf(requests[i]), HasSubstr("/eu-west-3/s3/aws4_request"));
         EXPECT_EQ(requests[i].header("x-amz-content-sha256"), "UNSIGNED-PAYLOAD");
         EXPECT_EQ(requests[i].status / 100, 2);
     }
@@ -43,14 +44,54 @@ TEST_F(DefaultPath, AsksForABucketsRegionOnce) {
               1);
 }
 
-TEST_F(DefaultPath, EndsAtACertificateOfAnUnknownAuthority) {
-    const TestAuthority other;
-    environment.set("ZR_ROOT_CERT_FILE", other.caFile().string());
-    environment.set("ZR_ROOT_CERT_PATH", (home.path() / "none").string());
-    environment.set("AWS_REGION", "eu-west-3");
-    const auto provider = factory.createProvider(StorageIRI(u"s3://travelled/"));
-    EXPECT_THROW(provider->stat(u"/file"), std::exception);
-    EXPECT_THAT(amazon.requests(), IsEmpty());
+/// Authorities to trust, as the environment names them; empty: the system's.
+class TrustedAuthorities : public DefaultPath {
+protected:
+    TrustedAuthorities() {
+        environment.set("AWS_REGION", "eu-west-3");
+        // A refused certificate counts as a failing network, which the default mode tries for half a minute.
+        environment.set("AWS_RETRY_MODE", "standard");
+        environment.set("AWS_MAX_ATTEMPTS", "1");
+    }
+
+    void trust(const std::filesystem::path& file, const std::filesystem::path& folder) {
+        environment.set("ZR_ROOT_CERT_FILE", file.string());
+        environment.set("ZR_ROOT_CERT_PATH", folder.string());
+    }
+
+    void expectRefusal() {
+        const auto provider = factory.createProvider(StorageIRI(u"s3://travelled/"));
+        LogCapture failures("storage::s3provider::S3Client", failedRequests);
+        EXPECT_THROW(provider->stat(u"/file"), std::exception);
+        EXPECT_THAT(failures.texts(), Contains(HasSubstr("certificate")));
+        EXPECT_THAT(proxy.tunnels(), Not(IsEmpty()));
+        EXPECT_THAT(amazon.requests(), IsEmpty());
+    }
+
+    static constexpr unsigned failedRequests = 512;
+    TestAuthority stranger;
+};
+
+TEST_F(TrustedAuthorities, AreThoseOfAFile) {
+    trust(authority.caFile(), {});
+    put(*factory.createProvider(StorageIRI(u"s3://travelled")), u"file", "content");
+    EXPECT_EQ(amazon.object("travelled", "file"), "content");
+}
+
+TEST_F(TrustedAuthorities, AreThoseOfAFolder) {
+    trust({}, authority.caFolder());
+    put(*factory.createProvider(StorageIRI(u"s3://travelled")), u"file", "content");
+    EXPECT_EQ(amazon.object("travelled", "file"), "content");
+}
+
+TEST_F(TrustedAuthorities, AreNoneButThoseNamed) {
+    trust(stranger.caFile(), stranger.caFolder());
+    expectRefusal();
+}
+
+TEST_F(TrustedAuthorities, AreTheSystemsWhereNoneAreNamed) {
+    trust({}, {});
+    expectRefusal();
 }
 
 TEST_F(DefaultPath, SignsWithTheKeysOfTheFileAsItIsNow) {
@@ -64,10 +105,13 @@ TEST_F(DefaultPath, SignsWithTheKeysOfTheFileAsItIsNow) {
     environment.set("AWS_REGION", "eu-west-3");
     const auto provider = factory.createProvider(StorageIRI(u"s3://travelled/"));
     EXPECT_THROW(put(*provider, u"file", "content"), std::exception);
+    EXPECT_THAT(signatureOf(amazon.requests().back()), HasSubstr("Credential=somebody-else/"));
 
     write(".aws/credentials", profile(s3server::defaultCredentials.accessKey));
     std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) + std::chrono::seconds(10));
     put(*provider, u"file", "content");
+    EXPECT_THAT(signatureOf(amazon.requests().back()),
+                HasSubstr("Credential=" + s3server::defaultCredentials.accessKey + "/"));
     EXPECT_EQ(amazon.object("travelled", "file"), "content");
 }
 

@@ -49,6 +49,10 @@ protected:
         return content;
     }
 
+    static std::string signatureOf(const s3server::RequestRecord& request) {
+        return request.header("authorization").value_or("");
+    }
+
     TestAuthority authority;
     s3server::Server amazon{withCertificate()};
     Relay proxy{amazon.port(), Relay::Opening::Connect};
