@@ -1,10 +1,5 @@
 #include "integration/Gateway.hpp"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <array>
 #include <chrono>
 #include <fstream>
@@ -14,6 +9,7 @@
 
 #include "integration/GatewayConfiguration.hpp"
 #include "s3server/Client.hpp"
+#include "support/HeldPort.hpp"
 
 namespace testsupport {
 
@@ -26,30 +22,6 @@ constexpr const char* region = "eu-west-3";
 constexpr const char* accessKey = "gateway-access-key";
 constexpr const char* secretKey = "gateway-secret-key";
 constexpr std::chrono::seconds longestStart{60};
-
-/// A port that nobody else has as long as this object lives.
-class HeldPort {
-public:
-    HeldPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* const plain = reinterpret_cast<sockaddr*>(&address);
-        if (::bind(socket_, plain, size) != 0 || ::getsockname(socket_, plain, &size) != 0)
-            throw std::runtime_error("no port is free");
-        number_ = ntohs(address.sin_port);
-    }
-    ~HeldPort() { ::close(socket_); }
-    HeldPort(const HeldPort&) = delete;
-    HeldPort& operator=(const HeldPort&) = delete;
-
-    unsigned number() const { return number_; }
-
-private:
-    int socket_;
-    unsigned number_ = 0;
-};
 
 std::string filled(std::string_view pattern, const std::map<std::string, std::string>& values) {
     std::string text(pattern);
@@ -96,9 +68,9 @@ Access Gateway::accessToNewBucket(Way way) {
 }
 
 Gateway::Ports Gateway::freePorts() {
-    const HeldPort monitor;
-    const HeldPort http;
-    const HeldPort https;
+    const ClosedPort monitor;
+    const ClosedPort http;
+    const ClosedPort https;
     return {monitor.number(), http.number(), https.number()};
 }
 

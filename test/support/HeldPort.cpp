@@ -39,8 +39,8 @@ HeldPort::~HeldPort() {
     close(socket_);
 }
 
-std::string HeldPort::number() const {
-    return std::to_string(ntohs(addressOf(socket_).sin_port));
+unsigned HeldPort::number() const {
+    return ntohs(addressOf(socket_).sin_port);
 }
 
 CrowdedPort::CrowdedPort() {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 namespace testsupport {
 
 /// A port on 127.0.0.1 that a socket holds.
@@ -12,7 +9,7 @@ public:
     HeldPort(const HeldPort&) = delete;
     HeldPort& operator=(const HeldPort&) = delete;
 
-    std::string number() const;
+    unsigned number() const;
 
 protected:
     HeldPort();

@@ -26,7 +26,7 @@ Aws::S3::Model::HeadBucketOutcome headBucket(const Client& client) {
 
 Json observeEnvironmentProxy(const Json& recorded) {
     const testsupport::ClosedPort closed;
-    const Setting setting(recorded, {{"{CLOSEDPORT}", closed.number()}});
+    const Setting setting(recorded, {{"{CLOSEDPORT}", std::to_string(closed.number())}});
     const Scene scene(answered(recorded, Json::array({{{"send", testsupport::httpReply(200)}}})));
     const auto outcome = headBucket(makeClient(Json::object(), scene));
     return {{"success", outcome.IsSuccess()}, {"requests_seen", scene.server().requests().size()}};
@@ -38,7 +38,7 @@ Json observeConnectTimeout(const Json& recorded) {
     const testsupport::CrowdedPort crowded;
     Json settings = recorded["client"];
     settings["maxRetries"] = 0;
-    if (recorded["peer"] != "accepts") settings["endpoint"] = "127.0.0.1:" + crowded.number();
+    if (recorded["peer"] != "accepts") settings["endpoint"] = "127.0.0.1:" + std::to_string(crowded.number());
     const Client client = makeClient(settings, scene);
     const auto outcome = headBucket(client);
     Json seen{{"success", outcome.IsSuccess()}, {"error", describe(outcome.GetError())}};

@@ -93,7 +93,7 @@ TEST_F(InstanceProfile, TakesNoExpiredCredentialsAndLeavesTheServiceAlone) {
 
 TEST_F(InstanceProfile, HasNoCredentialsWithoutService) {
     const testsupport::ClosedPort closed;
-    useServiceAt("127.0.0.1:" + closed.number());
+    useServiceAt("127.0.0.1:" + std::to_string(closed.number()));
     EXPECT_EQ(toString(InstanceProfileCredentialsProvider().GetAWSCredentials()), nobody);
 }
 

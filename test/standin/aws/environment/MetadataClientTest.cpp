@@ -150,7 +150,7 @@ TEST_F(MetadataService, AnswersWithAMebibyteAtMost) {
 
 TEST_F(MetadataService, MayBeAbsent) {
     const testsupport::ClosedPort closed;
-    EXPECT_EQ(MetadataClient("127.0.0.1:" + closed.number()).credentials(), "");
+    EXPECT_EQ(MetadataClient("127.0.0.1:" + std::to_string(closed.number())).credentials(), "");
 }
 
 TEST_F(MetadataService, TakesNoTokenToAnotherServer) {
