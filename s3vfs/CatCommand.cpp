@@ -4,92 +4,49 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <optional>
-#include <ostream>
-#include <sstream>
 #include <stdexcept>
-#include <streambuf>
+#include <vector>
 
 #include "ByteInterval.hpp"
 #include "Commands.hpp"
 
 namespace s3vfs {
 
+using foundation::storage::provider::IProvider;
+using foundation::storage::provider::IReader;
+
 namespace {
 
-/// Standard output as a stream buffer that knows how much was written, and whether all could be.
-class StandardOutput : public std::streambuf {
-public:
-    std::uint64_t written() const { return written_; }
+constexpr std::uint64_t pieceSize = std::uint64_t{8} * 1024 * 1024;
 
-    void finish() {
-        if (std::fflush(stdout) != 0) failed_ = true;
-        if (failed_) throw std::runtime_error("standard output could not be written");
-    }
-
-protected:
-    std::streamsize xsputn(const char* bytes, std::streamsize count) override {
-        const auto done = std::fwrite(bytes, 1, static_cast<std::size_t>(count), stdout);
-        written_ += done;
-        if (done < static_cast<std::size_t>(count)) failed_ = true;
-        return static_cast<std::streamsize>(done);
-    }
-
-    int_type overflow(int_type byte) override {
-        const char c = traits_type::to_char_type(byte);
-        return xsputn(&c, 1) == 1 ? traits_type::not_eof(byte) : traits_type::eof();
-    }
-
-private:
-    std::uint64_t written_ = 0;
-    bool failed_ = false;
-};
-
-using storage::cloudprovider::CloudClient;
-
-void printWhole(CloudClient& bucket, const std::string& key) {
-    StandardOutput output;
-    std::ostream out(&output);
-    bucket.download(key, out, 0, 0);
-    output.finish();
+void require(bool written) {
+    if (!written) throw std::runtime_error("standard output could not be written");
 }
 
-std::uint64_t sizeOf(CloudClient& bucket, const std::string& key) {
-    const auto entry = bucket.stat(key);
-    if (!entry) throw std::runtime_error("there is no such object");
-    return static_cast<std::uint64_t>(entry->size);
+void printBytes(IReader& file, std::uint64_t first, std::uint64_t count) {
+    std::vector<char> piece(static_cast<std::size_t>(std::min(count, pieceSize)));
+    for (std::uint64_t done = 0; done < count;) {
+        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(count - done, piece.size()));
+        const auto size = file.read(first + done, piece.data(), wanted);
+        require(std::fwrite(piece.data(), 1, size, stdout) == size);
+        done += size;
+    }
+    require(std::fflush(stdout) == 0);
 }
 
-ByteInterval clampTo(const ByteInterval& range, std::uint64_t size) {
-    if (range.first >= size) {
+void printWhole(IProvider& bucket, const std::u16string& path) {
+    const auto file = bucket.openRead(path);
+    printBytes(*file, 0, file->size());
+}
+
+void printRange(IProvider& bucket, const std::u16string& path, const ByteInterval& range) {
+    const auto file = bucket.openRead(path);
+    if (range.first >= file->size()) {
         throw std::runtime_error("the range begins at byte " + std::to_string(range.first) +
-                                 ", but the object has " + std::to_string(size) + " bytes");
+                                 ", but the file has " + std::to_string(file->size()) + " bytes");
     }
-    return {range.first, std::min(range.last, size - 1)};
-}
-
-// A download of one byte would be one of the whole object, so two are asked for where there are two: the
-// byte and the one behind it, or before it at the object's end.
-ByteInterval enlargeSingleByte(const ByteInterval& range, std::uint64_t size) {
-    if (range.length() > 1 || size == 1) return range;
-    if (range.last + 1 < size) return {range.first, range.last + 1};
-    return {range.first - 1, range.last};
-}
-
-void printRange(CloudClient& bucket, const std::string& key, const ByteInterval& range) {
-    const auto size = sizeOf(bucket, key);
-    const auto wanted = clampTo(range, size);
-    const auto asked = enlargeSingleByte(wanted, size);
-    std::ostringstream received;
-    bucket.download(key, received, asked.first, asked.last);
-    const auto bytes = received.str();
-    if (bytes.size() != asked.length()) {
-        throw std::runtime_error("the object changed while it was read: " + std::to_string(asked.length()) +
-                                 " bytes were asked for, " + std::to_string(bytes.size()) + " came");
-    }
-    StandardOutput output;
-    output.sputn(bytes.data() + (wanted.first - asked.first), static_cast<std::streamsize>(wanted.length()));
-    output.finish();
+    const std::uint64_t last = std::min(range.last, file->size() - 1);
+    printBytes(*file, range.first, last - range.first + 1);
 }
 
 struct CatArguments {
@@ -100,18 +57,18 @@ struct CatArguments {
 }  // namespace
 
 void addCatCommand(CLI::App& app, Command& chosen) {
-    auto* command = app.add_subcommand("cat", "Write an object's bytes to standard output");
+    auto* command = app.add_subcommand("cat", "Write a file's bytes to standard output");
     auto arguments = std::make_shared<CatArguments>();
     command->add_option("address", arguments->address, "s3://BUCKET/KEY")->required();
     command->add_option("--range", arguments->range,
                         "FIRST-LAST: only these bytes, counted from 0, both included");
     command->callback([&chosen, arguments] {
-        const auto address = parseObjectAddress(arguments->address);
+        const auto address = parseFileAddress(arguments->address);
         if (arguments->range.empty()) {
-            chosen = {"cat", address, [=](auto& bucket) { printWhole(bucket, address.key); }};
+            chosen = {"cat", address, [=](auto& bucket) { printWhole(bucket, address.path()); }};
         } else {
             const auto range = parseByteInterval(arguments->range);
-            chosen = {"cat", address, [=](auto& bucket) { printRange(bucket, address.key, range); }};
+            chosen = {"cat", address, [=](auto& bucket) { printRange(bucket, address.path(), range); }};
         }
     });
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <foundation/storage/provider/IProvider.hpp>
+#include <foundation/storage/provider/PhysicalProviderFactory.hpp>
 #include <functional>
-#include <storage/cloudprovider/CloudClient.hpp>
 #include <string>
 
 #include "S3Address.hpp"
@@ -16,7 +17,7 @@ namespace s3vfs {
 struct Command {
     std::string name;   ///< as typed, for messages
     S3Address address;  ///< its bucket is what the action is given
-    std::function<void(storage::cloudprovider::CloudClient&)> action;
+    std::function<void(foundation::storage::provider::IProvider&)> action;
 };
 
 /// Each declares one subcommand, which fills in `chosen` when it is the one on the command line. `chosen`

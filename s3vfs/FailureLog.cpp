@@ -7,8 +7,6 @@
 #include <boost/smart_ptr/make_shared.hpp>
 #include <mutex>
 
-#include "DiagnosticRecord.hpp"
-
 namespace s3vfs {
 
 class FailureLog::Sink : public boost::log::sinks::sink {
@@ -17,7 +15,7 @@ public:
 
     bool will_consume(const boost::log::attribute_value_set& attributes) override {
         const auto level = boost::log::extract<int>("Severity", attributes);
-        return level && *level == static_cast<int>(storage::s3provider::LogFailedRequests);
+        return level && *level == static_cast<int>(failedRequestLevel);
     }
 
     void consume(const boost::log::record_view& record) override {

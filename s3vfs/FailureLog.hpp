@@ -5,6 +5,9 @@
 
 namespace s3vfs {
 
+/// The level of records that tell what S3 said of a failed request.
+constexpr unsigned failedRequestLevel = 512;
+
 /// Keeps the text of the latest record of a failed request while it lives: exceptions tell what failed, only
 /// the record tells what S3 said. Records may come from any thread.
 class FailureLog {

@@ -1,21 +1,27 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <fl/i18n.hpp>
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <tuple>
 
 #include "Commands.hpp"
+#include "Entries.hpp"
 #include "Text.hpp"
 
 namespace s3vfs {
+
+using foundation::storage::provider::Entry;
+using foundation::storage::provider::IProvider;
 
 namespace {
 
 struct ListArguments {
     std::string address;
     bool recursive = false;
-    int pageSize = 0;
 };
 
 void printLine(const std::string& size, const std::string& time, const std::string& name) {
@@ -23,45 +29,55 @@ void printLine(const std::string& size, const std::string& time, const std::stri
               << printable(name) << "\n";
 }
 
-bool endsWith(const std::string& text, const std::string& ending) {
-    return text.size() >= ending.size() &&
-           text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+void printFile(const Entry& file, const std::string& key) {
+    printLine(std::to_string(file.size), timestamp(file.lastModified), key);
 }
 
-void printEntry(const storage::cloudprovider::EntryInfo& entry, const std::string& delimiter) {
-    const bool folder = entry.size == 0 && !delimiter.empty() && endsWith(entry.name, delimiter);
-    if (folder) {
-        printLine("-", "-", entry.name);
-    } else {
-        printLine(std::to_string(entry.size), timestamp(entry.lastModified), entry.name);
+bool comesBefore(const Entry& a, const Entry& b) {
+    return std::tie(a.name, a.kind) < std::tie(b.name, b.kind);
+}
+
+std::string withSlash(const std::string& folder) {
+    return folder.empty() || folder.back() == '/' ? folder : folder + "/";
+}
+
+/// `prefix` is what the keys in the folder begin with. Returns whether there is anything in it.
+bool printFolder(IProvider& bucket, const std::string& prefix, bool recursive) {
+    auto entries = bucket.list(fl::i18n::to_ustring("/" + prefix));
+    std::sort(entries.begin(), entries.end(), comesBefore);
+    for (const Entry& entry : entries) {
+        const std::string key = prefix + fl::i18n::to_string(entry.name);
+        if (!isFolder(entry)) {
+            printFile(entry, key);
+        } else if (recursive) {
+            printFolder(bucket, key + "/", recursive);
+        } else {
+            printLine("-", "-", key + "/");
+        }
     }
+    return !entries.empty();
 }
 
-void printPages(storage::cloudprovider::CloudClient& bucket, const std::string& prefix,
-                const storage::cloudprovider::ListOptions& options) {
-    std::string token;
-    do {
-        for (const auto& entry : bucket.list(prefix, token, options))
-            printEntry(entry, options.Delimiter);
-    } while (!token.empty());
+void printListing(IProvider& bucket, const S3Address& address, bool recursive) {
+    const bool found = printFolder(bucket, withSlash(address.key), recursive);
+    if (found || address.key.empty()) return;
+    const Entry entry = requireEntry(bucket, address.path());
+    if (!isFolder(entry)) printFile(entry, address.key);
 }
 
 }  // namespace
 
 void addListCommand(CLI::App& app, Command& chosen) {
-    auto* command = app.add_subcommand("ls", "List the objects below a prefix, one folder level or all");
+    auto* command = app.add_subcommand("ls", "List the files and folders in a folder");
     auto arguments = std::make_shared<ListArguments>();
-    command
-        ->add_option("address", arguments->address, "s3://BUCKET/PREFIX; an empty prefix lists from the root")
+    command->add_option("address", arguments->address, "s3://BUCKET/FOLDER; without a folder, the root")
         ->required();
-    command->add_flag("-r,--recursive", arguments->recursive, "list every object, not folder by folder");
-    command->add_option("--page-size", arguments->pageSize, "ask for at most so many entries in one request")
-        ->check(CLI::Range(1, 1000));
+    command->add_flag("-r,--recursive", arguments->recursive,
+                      "list every file in it and in all folders below");
     command->callback([&chosen, arguments] {
         const auto address = parseS3Address(arguments->address);
-        const storage::cloudprovider::ListOptions options{arguments->recursive ? "" : "/",
-                                                          arguments->pageSize};
-        chosen = {"ls", address, [=](auto& bucket) { printPages(bucket, address.key, options); }};
+        const bool recursive = arguments->recursive;
+        chosen = {"ls", address, [=](auto& bucket) { printListing(bucket, address, recursive); }};
     });
 }
 

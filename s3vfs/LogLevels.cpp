@@ -1,6 +1,7 @@
 #include "LogLevels.hpp"
 
 #include <charconv>
+#include <foundation/log/diagnostic_logger.hpp>
 #include <foundation/log/stream_sink.hpp>
 
 #include "Text.hpp"
@@ -26,6 +27,12 @@ unsigned parseLogLevels(const std::string& text) {
         if (next == end) return mask;
         position = next + 1;
     }
+}
+
+void enableLogLevels(unsigned levels) {
+    for (const char* const channel :
+         {"storage::s3provider::S3Client", "storage::s3provider::AwsS3ClientFactory"})
+        foundation::log::setEnabledLevels(channel, levels);
 }
 
 }  // namespace s3vfs

@@ -8,12 +8,12 @@
 namespace s3vfs {
 
 void addRemoveCommand(CLI::App& app, Command& chosen) {
-    auto* command = app.add_subcommand("rm", "Delete an object; one that doesn't exist is no error");
+    auto* command = app.add_subcommand("rm", "Delete a file; one that doesn't exist is no error");
     auto text = std::make_shared<std::string>();
     command->add_option("address", *text, "s3://BUCKET/KEY")->required();
     command->callback([&chosen, text] {
-        const auto address = parseObjectAddress(*text);
-        chosen = {"rm", address, [address](auto& bucket) { bucket.remove(address.key); }};
+        const auto address = parseFileAddress(*text);
+        chosen = {"rm", address, [address](auto& bucket) { bucket.remove(address.path()); }};
     });
 }
 

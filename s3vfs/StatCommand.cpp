@@ -5,27 +5,34 @@
 #include <memory>
 
 #include "Commands.hpp"
+#include "Entries.hpp"
 #include "Text.hpp"
 
 namespace s3vfs {
 
 namespace {
 
-void printEntry(storage::cloudprovider::CloudClient& bucket, const S3Address& address) {
-    const auto entry = bucket.stat(address.key);
-    if (!entry) throw std::runtime_error("there is no such object");
-    std::cout << "name      " << printable(entry->name) << "\nsize      " << entry->size << "\nmodified  "
-              << timestamp(entry->lastModified) << "\n";
+void printEntry(foundation::storage::provider::IProvider& bucket, const S3Address& address) {
+    const auto entry = requireEntry(bucket, address.path());
+    std::cout << "name      " << printable(address.key.empty() ? "/" : address.key) << "\n";
+    if (isFolder(entry)) {
+        std::cout << "kind      folder\n";
+    } else {
+        std::cout << "kind      file\nsize      " << entry.size << "\nmodified  "
+                  << timestamp(entry.lastModified) << "\n";
+    }
 }
 
 }  // namespace
 
 void addStatCommand(CLI::App& app, Command& chosen) {
-    auto* command = app.add_subcommand("stat", "Print an object's size and time of modification");
+    auto* command =
+        app.add_subcommand("stat", "Tell what is at an address: a file's size and time, or a folder");
     auto text = std::make_shared<std::string>();
-    command->add_option("address", *text, "s3://BUCKET/KEY")->required();
+    command->add_option("address", *text, "s3://BUCKET/KEY; without a key, whether the bucket can be used")
+        ->required();
     command->callback([&chosen, text] {
-        const auto address = parseObjectAddress(*text);
+        const auto address = parseS3Address(*text);
         chosen = {"stat", address, [address](auto& bucket) { printEntry(bucket, address); }};
     });
 }

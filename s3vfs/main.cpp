@@ -1,20 +1,18 @@
-#include <aws/core/Aws.h>
-
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
-#include <fl/i18n.hpp>
-#include <foundation/log/diagnostic_logger.hpp>
+#include <cerrno>
+#include <cstdlib>
 #include <foundation/log/stream_sink.hpp>
 #include <iostream>
 #include <optional>
-#include <storage/cloudprovider/CloudException.hpp>
+#include <system_error>
 
 #include "Commands.hpp"
-#include "Connection.hpp"
-#include "DiagnosticRecord.hpp"
 #include "FailureLog.hpp"
+#include "FailureText.hpp"
 #include "LogLevels.hpp"
+#include "ProviderFactory.hpp"
 #include "S3Answer.hpp"
 #include "Text.hpp"
 #include "UsageError.hpp"
@@ -25,26 +23,18 @@ constexpr int success = 0;
 constexpr int failed = 1;
 constexpr int badUsage = 2;
 
-constexpr const char* clientChannel = "storage::s3provider::S3Client";
-
-struct Sdk {
-    Sdk() { Aws::InitAPI(options); }
-    ~Sdk() { Aws::ShutdownAPI(options); }
-    Sdk(const Sdk&) = delete;
-    Sdk& operator=(const Sdk&) = delete;
-
-    Aws::SDKOptions options;
-};
-
 struct Invocation {
-    s3vfs::Endpoint endpoint;
+    std::string endpoint;
+    std::string region;
     unsigned logLevels = 0;
     s3vfs::Command command;
 };
 
-std::string exceptionText(const storage::cloudprovider::CloudException& failure) {
-    if (!failure.context()) return failure.what();
-    return std::string(failure.what()) + " (" + fl::i18n::ustring_to_utf8(failure.context()->text()) + ")";
+// Before any thread is started.
+void setVariable(const char* name, const std::string& value) {
+    if (value.empty()) return;
+    if (::setenv(name, value.c_str(), 1) != 0)  // NOLINT(concurrency-mt-unsafe)
+        throw std::system_error(errno, std::generic_category(), name);
 }
 
 int report(const s3vfs::Command& command, const std::string& what) {
@@ -53,26 +43,32 @@ int report(const s3vfs::Command& command, const std::string& what) {
     return failed;
 }
 
+int reportFailedRequest(const s3vfs::Command& command, const std::string& what,
+                        const s3vfs::FailureLog& failures) {
+    report(command, what);
+    const auto answer = s3vfs::describeS3Answer(failures.latest());
+    if (!answer.empty()) std::cerr << "s3vfs: " << answer << "\n";
+    return failed;
+}
+
 int run(const Invocation& invocation) {
-    const Sdk sdk;
     const s3vfs::FailureLog failures;
     // The failure record is always made, since it alone holds S3's own words.
-    foundation::log::setEnabledLevels(clientChannel,
-                                      invocation.logLevels | storage::s3provider::LogFailedRequests);
+    s3vfs::enableLogLevels(invocation.logLevels | s3vfs::failedRequestLevel);
     std::optional<foundation::log::StreamSink> shown;
     if (invocation.logLevels != 0)
         shown.emplace(foundation::log::addStreamSink(std::cerr, invocation.logLevels));
     const auto& command = invocation.command;
     try {
-        const auto bucket = s3vfs::openBucket(command.address.bucket, invocation.endpoint);
+        const auto factory = s3vfs::makeProviderFactory();
+        const auto bucket = factory->createProvider(command.address.bucketIri());
         command.action(*bucket);
         std::cout.flush();
         return std::cout ? success : report(command, "standard output could not be written");
     } catch (const storage::cloudprovider::CloudException& failure) {
-        report(command, exceptionText(failure));
-        const auto answer = s3vfs::describeS3Answer(failures.latest());
-        if (!answer.empty()) std::cerr << "s3vfs: " << answer << "\n";
-        return failed;
+        return reportFailedRequest(command, s3vfs::describe(failure), failures);
+    } catch (const foundation::storage::provider::Exception& failure) {
+        return report(command, s3vfs::describe(failure));
     } catch (const std::exception& failure) {
         return report(command, s3vfs::printable(failure.what()));
     }
@@ -81,14 +77,15 @@ int run(const Invocation& invocation) {
 void declareOptions(CLI::App& app, Invocation& invocation) {
     app.require_subcommand(1);
     app.fallthrough();
-    app.add_option("--endpoint", invocation.endpoint.address,
-                   "URL of the S3 service; else ZR_AWS_ENDPOINT_OVERRIDE, else Amazon's");
-    app.add_option("--region", invocation.endpoint.region,
-                   "region of the bucket; else AWS_DEFAULT_REGION, else AWS_REGION, else us-east-1");
+    app.add_option("--endpoint", invocation.endpoint, "URL of the S3 service; sets ZR_AWS_ENDPOINT_OVERRIDE");
+    app.add_option("--region", invocation.region, "region of the bucket; sets AWS_DEFAULT_REGION");
     app.add_option_function<std::string>(
         "--log-levels", [&](const std::string& text) { invocation.logLevels = s3vfs::parseLogLevels(text); },
         "show diagnostic records on standard error: all, or numbers like 2,32,64,512");
-    app.footer("Keys come from AWS_ACCESS_KEY_ID, AWS_SECRET_ACCESS_KEY and AWS_SESSION_TOKEN only.");
+    app.footer(
+        "Region, keys, proxy and certificates come from the environment and the files in ~/.aws, as they do "
+        "in "
+        "the host application.");
     s3vfs::addStatCommand(app, invocation.command);
     s3vfs::addListCommand(app, invocation.command);
     s3vfs::addCatCommand(app, invocation.command);
@@ -109,7 +106,8 @@ int main(int argc, char** argv) {
         Invocation invocation;
         declareOptions(app, invocation);
         app.parse(argc, argv);
-        invocation.endpoint = s3vfs::completeFromEnvironment(invocation.endpoint);
+        setVariable("ZR_AWS_ENDPOINT_OVERRIDE", invocation.endpoint);
+        setVariable("AWS_DEFAULT_REGION", invocation.region);
         return run(invocation);
     } catch (const CLI::CallForHelp& help) {
         return app.exit(help);

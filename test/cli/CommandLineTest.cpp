@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "support/Process.hpp"
+#include "support/TemporaryFolder.hpp"
 
 namespace {
 
@@ -19,9 +20,9 @@ using nlohmann::json;
 /// A case is a folder that holds case.json:
 ///   arguments    what stands behind "s3vfs"; {server} is the server's host and port
 ///   environment  variables beside the keys and the endpoint, which are always set; null takes one away
+///   home         files in the home folder, which is empty otherwise; {".aws/config": "content"}
 ///   status, out, err   what must come of it; err and out are compared whole after times are replaced by
-///   {time},
-///                or, with a leading "~", must contain what follows
+///                {time}, or, with a leading "~", must contain what follows
 ///   requests     what the server must have been asked, in order: "GetObject key, N bytes down, M bytes up"
 ///   objects      what bucket demo holds at first, beside the usual; {"key": "content"}
 ///   faults       failures planned on the server, in the words of its --fault option
@@ -75,6 +76,14 @@ protected:
         const json faults = content().value("faults", json::array());
         for (const auto& fault : faults)
             server.plan(s3server::Fault::parse(fault.get<std::string>()));
+        const json files = content().value("home", json::object());
+        for (const auto& [name, text] : files.items())
+            write(home.path() / name, text);
+    }
+
+    static void write(const fs::path& file, const std::string& text) {
+        fs::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << text;
     }
 
     const json& content() const { return GetParam().content; }
@@ -95,8 +104,10 @@ protected:
             {"AWS_REGION", "eu-west-3"},
             {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
             {"AWS_EC2_METADATA_DISABLED", "true"},
+            {"AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://127.0.0.1:1"},
             {"ZR_AWS_PROXY", "OFF"},
-            {"HOME", "/nonexistent"}};
+            {"ZR_AWS_RETRYTIMEMS", "0"},
+            {"HOME", home.path().string()}};
         const json changes = content().value("environment", json::object());
         for (const auto& [name, value] : changes.items()) {
             variables.erase(name);
@@ -118,6 +129,7 @@ protected:
     }
 
     s3server::Server server;
+    testsupport::TemporaryFolder home;
 };
 
 }  // namespace
