@@ -188,7 +188,7 @@ const Sources everySource[] = {
     {"KeysOfFileAndRegion", false, keysOfServer, "", chosenRegion, {0, 0, 0, 0}, {0, 0, 0, 0}},
     {"KeysOfFileAlone", false, keysOfServer, "", {}, {4, 0, 0, 0}, {4, 0, 0, 0}},
     {"RegionAlone", false, "", "", chosenRegion, {0, 0, 7, 0}, {0, 0, 2, 0}},
-    {"Nothing", false, "", "", {}, {11, 0, 7, 0}, {6, 0, 2, 0}},
+    {"Nothing", false, "", "", {}, {7, 0, 3, 0}, {5, 0, 1, 0}},
 };
 
 class MetadataRequests : public Machine, public ::testing::WithParamInterface<Sources> {

@@ -7,7 +7,6 @@
 
 using namespace testsupport;
 using ::testing::AnyOf;
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -45,8 +44,10 @@ protected:
 
     ~PlantedSecrets() override {
         const auto isSecret = AnyOf(HasSubstr(planted), HasSubstr(plantedInBase64), HasSubstr(rightSecret()));
-        EXPECT_THAT(said, Each(Not(isSecret)));
-        EXPECT_THAT(records.texts(), Each(Not(isSecret)));
+        for (const auto& text : said)
+            EXPECT_THAT(text, Not(isSecret));
+        for (const auto& text : records.texts())
+            EXPECT_THAT(text, Not(isSecret));
         EXPECT_THAT(printed, Not(isSecret));
     }
 
@@ -158,8 +159,6 @@ TEST_F(PlantedSecrets, ArentToldWhenTheSettingsAreIllFormed) {
 
 TEST_F(PlantedSecrets, ArentToldWhenTheyStandInAnAddress) {
     environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "https://me:" + std::string(planted) + "@evil.example/");
-    useBucket();
-    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "not an address: " + std::string(planted));
     useBucket();
 }
 
