@@ -187,8 +187,8 @@ const Sources everySource[] = {
     {"KeysAndEndpoint", true, "", "", endpoint, {4, 0, 0, 0}, {3, 1, 0, 0}},
     {"KeysOfFileAndRegion", false, keysOfServer, "", chosenRegion, {0, 0, 0, 0}, {0, 0, 0, 0}},
     {"KeysOfFileAlone", false, keysOfServer, "", {}, {4, 0, 0, 0}, {4, 0, 0, 0}},
-    {"RegionAlone", false, "", "", chosenRegion, {0, 0, 7, 0}, {0, 0, 2, 0}},
-    {"Nothing", false, "", "", {}, {7, 0, 3, 0}, {5, 0, 1, 0}},
+    {"RegionAlone", false, "", "", chosenRegion, {7, 0, 0, 0}, {2, 0, 0, 0}},
+    {"Nothing", false, "", "", {}, {10, 0, 0, 0}, {6, 0, 0, 0}},
 };
 
 class MetadataRequests : public Machine, public ::testing::WithParamInterface<Sources> {

@@ -1,8 +1,11 @@
 #include <aws/core/Aws.h>
+#include <aws/s3/S3EndpointProvider.h>
 
 #include <atomic>
+#include <optional>
 #include <thread>
 
+#include "AwsS3ClientFactory.hpp"
 #include "ZRCredentialsProviderChain.hpp"
 #include "support/ScriptedServer.hpp"
 #include "unit/FactoryTest.hpp"
@@ -16,20 +19,28 @@ std::string profile(const std::string& key) {
     return "[default]\naws_access_key_id = " + key + "\naws_secret_access_key = secret-of-" + key + "\n";
 }
 
+class Sdk {
+public:
+    Sdk() { Aws::InitAPI(options_); }
+    ~Sdk() { Aws::ShutdownAPI(options_); }
+    Sdk(const Sdk&) = delete;
+    Sdk& operator=(const Sdk&) = delete;
+
+private:
+    Aws::SDKOptions options_;
+};
+
 /// An SDK that found a machine's metadata service when it was initialized.
 class SdkOnAMachine {
 public:
     SdkOnAMachine(Environment& environment, const ScriptedServer& metadata) {
         environment.unset("AWS_EC2_METADATA_DISABLED");
         environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
-        Aws::InitAPI(options_);
+        sdk_.emplace();
     }
-    ~SdkOnAMachine() { Aws::ShutdownAPI(options_); }
-    SdkOnAMachine(const SdkOnAMachine&) = delete;
-    SdkOnAMachine& operator=(const SdkOnAMachine&) = delete;
 
 private:
-    Aws::SDKOptions options_;
+    std::optional<Sdk> sdk_;
 };
 
 /// A chain on a machine whose metadata service has nothing.
@@ -204,6 +215,32 @@ TEST_F(CredentialsOfTheMachine, AreTakenLastAndKept) {
     EXPECT_EQ(metadata.requests()[0].method, "PUT");
     EXPECT_EQ(metadata.requests()[0].target, "/latest/api/token");
     EXPECT_EQ(metadata.requests()[2].header("x-aws-ec2-metadata-token"), "the-token");
+}
+
+class CountingProvider : public Aws::Auth::AWSCredentialsProvider {
+public:
+    Aws::Auth::AWSCredentials GetAWSCredentials() override {
+        ++asked;
+        if (fails) throw std::runtime_error("no credentials");
+        return {"key", "secret"};
+    }
+
+    int asked = 0;
+    bool fails = false;
+};
+
+/// Why the metadata service may be asked while a bucket is opened, although nothing is signed yet.
+TEST(SdkClient, AsksForCredentialsWhileItIsMade) {
+    const Sdk sdk;
+    const auto provider = std::make_shared<CountingProvider>();
+    const auto client = storage::s3provider::makeS3Client(
+        provider, std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>(), {});
+    EXPECT_EQ(provider->asked, 3);
+    provider->fails = true;
+    EXPECT_THROW(storage::s3provider::makeS3Client(
+                     provider, std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>(), {}),
+                 std::runtime_error);
+    EXPECT_EQ(provider->asked, 4);
 }
 
 }  // namespace
