@@ -113,7 +113,12 @@ TEST_F(InstanceProfile, StaysWithTheServiceItWasMadeFor) {
 }
 
 TEST_F(InstanceProfile, IsAskedForOnceByManyThreads) {
-    expectFirstQuestion(metadata::credentials("KEY"));
+    const Step untilAllWait = Step::sleep(std::chrono::milliseconds(100));
+    service.expect({untilAllWait, metadata::text("token").front()});
+    service.expect(metadata::text("role"));
+    service.expect(metadata::text(metadata::credentials("KEY")));
+    expectQuestion(metadata::credentials("KEY"));
+    service.expect(metadata::text("eu-west-3a"));
     InstanceProfileCredentialsProvider provider;
     std::atomic<int> right{0};
     std::vector<std::thread> threads;
