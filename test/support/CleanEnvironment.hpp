@@ -12,9 +12,9 @@
 
 namespace testsupport {
 
-/// An environment with an empty home folder, without a variable of the SDK, of proxies or of certificate stores,
-/// and with metadata lookup off. The old one is back at the end. Not for use while another thread reads the
-/// environment.
+/// An environment with an empty home folder, without a variable of the SDK, of proxies or of certificate
+/// stores, and with metadata lookup off. The old one is back at the end. Not for use while another thread
+/// reads the environment.
 class CleanEnvironment {
 public:
     CleanEnvironment() {
@@ -22,6 +22,7 @@ public:
             variables_.unset(name);
         variables_.set("HOME", home());
         variables_.set("AWS_EC2_METADATA_DISABLED", "true");
+        variables_.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", noMetadataService);
     }
 
     const std::filesystem::path& home() const { return home_.path(); }

@@ -11,6 +11,10 @@
 
 namespace testsupport {
 
+/// An endpoint for AWS_EC2_METADATA_SERVICE_ENDPOINT where nobody can listen. AWS_EC2_METADATA_DISABLED alone
+/// stops the SDK from asking for the machine's region, but not for its credentials.
+constexpr const char* noMetadataService = "http://127.0.0.1:0";
+
 /// Changes environment variables while it lives and then puts every one it changed back. Nested ones end in
 /// reverse order. Not for use while another thread reads the environment.
 class Environment {

@@ -13,7 +13,10 @@ public:
     void TearDown() override { Aws::ShutdownAPI(options_); }
 
 private:
-    const testsupport::Environment variables_{{"AWS_EC2_METADATA_DISABLED", "true"}, {"ZR_AWS_PROXY", "OFF"}};
+    const testsupport::Environment variables_{
+        {"AWS_EC2_METADATA_DISABLED", "true"},
+        {"AWS_EC2_METADATA_SERVICE_ENDPOINT", testsupport::noMetadataService},
+        {"ZR_AWS_PROXY", "OFF"}};
     Aws::SDKOptions options_;
 };
 

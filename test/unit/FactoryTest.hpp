@@ -29,7 +29,6 @@ protected:
                                        "AWS_SESSION_TOKEN",
                                        "AWS_SHARED_CREDENTIALS_FILE",
                                        "AWS_CONFIG_FILE",
-                                       "AWS_EC2_METADATA_SERVICE_ENDPOINT",
                                        "ZR_AWS_SCHEME",
                                        "ZR_ROOT_CERT_PATH",
                                        "ZR_ROOT_CERT_FILE",
@@ -55,6 +54,7 @@ protected:
         environment.unset("S3VFS_SETTINGS");
         environment.set("ZR_AWS_PROXY", "OFF");
         environment.set("AWS_EC2_METADATA_DISABLED", "true");
+        environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", noMetadataService);
     }
 
     /// Writes a file below the home folder.
