@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,20 +11,20 @@
 
 namespace testsupport {
 
-/// An environment with an empty home folder, without a variable of the SDK, of proxies or of certificate
-/// stores, and with metadata lookup off. The old one is back at the end. Not for use while another thread
-/// reads the environment.
+/// An environment with an empty home folder, without a variable of the SDK, of the plug-in, of proxies or of
+/// certificate stores, and with metadata lookup off. The old one is back at the end. Not for use while
+/// another thread reads the environment.
 class CleanEnvironment {
 public:
     CleanEnvironment() {
         for (const std::string& name : harmfulVariables())
             variables_.unset(name);
-        variables_.set("HOME", home());
+        variables_.set("HOME", home_.path());
         variables_.set("AWS_EC2_METADATA_DISABLED", "true");
         variables_.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", noMetadataService);
     }
 
-    const std::filesystem::path& home() const { return home_.path(); }
+    const TemporaryFolder& home() const { return home_; }
 
 private:
     static bool isHarmful(std::string_view name) {
@@ -33,7 +32,7 @@ private:
              {"http_proxy", "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY",
               "NO_PROXY", "SSL_CERT_FILE", "SSL_CERT_DIR"})
             if (name == harmful) return true;
-        return name.substr(0, 4) == "AWS_";
+        return name.substr(0, 4) == "AWS_" || name.substr(0, 3) == "ZR_";
     }
 
     static std::vector<std::string> harmfulVariables() {
