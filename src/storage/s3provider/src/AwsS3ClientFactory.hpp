@@ -57,6 +57,11 @@ std::string regionFromProfileFile(std::string fileName, std::string profile);
 /// Asks S3 in which region a bucket is. A bucket without location is in "us-east-1". Empty when S3 doesn't
 /// say, whatever the reason.
 std::string queryBucketRegion(Aws::S3::S3Client& client, const std::string& bucket);
+/// @{ The question alone, and what its answer comes to.
+Aws::S3::Model::GetBucketLocationOutcome askBucketLocation(Aws::S3::S3Client& client,
+                                                           const std::string& bucket);
+std::string regionFrom(const Aws::S3::Model::GetBucketLocationOutcome& outcome);
+/// @}
 
 using EndpointProvider = Aws::Endpoint::EndpointProviderBase<Aws::S3::S3ClientConfiguration,
                                                              Aws::S3::Endpoint::S3BuiltInParameters,

@@ -1,7 +1,6 @@
-#include <foundation/certificates/certificates.hpp>
-
 #include "AwsS3ClientFactory.hpp"
 #include "AwsS3ClientFactoryLogger.hpp"
+#include "ConfigurationSources.hpp"
 #include "DiagnosticRecord.hpp"
 #include "EnvironmentText.hpp"
 #include "ProxySources.hpp"
@@ -15,9 +14,6 @@ namespace {
 constexpr unsigned maxConnections = 1000;
 constexpr long timeoutMs = 300000;
 
-// Looked up for S3 as a whole: a proxy isn't chosen bucket by bucket.
-constexpr char16_t s3Url[] = u"https://s3.amazonaws.com/";
-
 Aws::Http::Scheme schemeFromEnvironment() {
     return environmentText("ZR_AWS_SCHEME") == "HTTP" ? Aws::Http::Scheme::HTTP : Aws::Http::Scheme::HTTPS;
 }
@@ -27,7 +23,7 @@ std::string toUtf8(const std::wstring& text) {
 }
 
 void setProxy(ClientConfiguration& configuration, const ProxyLookup& lookup) {
-    const auto proxies = lookup(fl::i18n::to_wstring(s3Url));
+    const auto proxies = lookup(proxyLookupUrl());
     if (proxies.empty()) return;
     const webproxy::ProxyInfo& proxy = proxies.front();
     configuration.proxyHost = toUtf8(proxy.getHost());
@@ -45,7 +41,20 @@ void trySetProxy(ClientConfiguration& configuration, const ProxyLookup& lookup) 
     }
 }
 
+std::string certificatesFrom(const CertificateSource& source) {
+    std::string place = environmentText(source.variable);
+    return place.empty() ? source.ofSystem() : place;
+}
+
 }  // namespace
+
+bool usesProxies() {
+    return environmentText("ZR_AWS_PROXY") != "OFF";
+}
+
+std::wstring proxyLookupUrl() {
+    return fl::i18n::to_wstring(u"https://s3.amazonaws.com/");
+}
 
 ClientConfiguration makeClientConfiguration() {
     return makeClientConfiguration(
@@ -55,7 +64,7 @@ ClientConfiguration makeClientConfiguration() {
 ClientConfiguration makeClientConfiguration(const ProxyLookup& lookup) {
     ClientConfiguration configuration;
     configuration.scheme = schemeFromEnvironment();
-    if (environmentText("ZR_AWS_PROXY") != "OFF") trySetProxy(configuration, lookup);
+    if (usesProxies()) trySetProxy(configuration, lookup);
     configuration.caPath = rootCertificatePath();
     configuration.caFile = rootCertificateFile();
     configuration.maxConnections = maxConnections;
@@ -65,13 +74,11 @@ ClientConfiguration makeClientConfiguration(const ProxyLookup& lookup) {
 }
 
 std::string rootCertificatePath() {
-    std::string path = environmentText("ZR_ROOT_CERT_PATH");
-    return path.empty() ? foundation::certificates::getSystemCertificatesFolder() : path;
+    return certificatesFrom(certificateFolder);
 }
 
 std::string rootCertificateFile() {
-    std::string file = environmentText("ZR_ROOT_CERT_FILE");
-    return file.empty() ? foundation::certificates::getSystemCertificatesFile() : file;
+    return certificatesFrom(certificateFile);
 }
 
 }  // namespace storage::s3provider

@@ -35,7 +35,17 @@ std::shared_ptr<settings::core::Settings> webPreferences() {
     return root->getSettingsByFullName("orrery.web");
 }
 
+template <class Source>
+std::shared_ptr<webproxy::ProxyTypeIntf> make() {
+    return std::make_shared<Source>();
+}
+
 }  // namespace
+
+const std::array<ProxySource, 2> proxySources{{
+    {ProxyPlace::Environment, &make<EnvironmentProxyType>},
+    {ProxyPlace::Preferences, &make<PreferencesProxyType>},
+}};
 
 webproxy::ProxyInfo ConfiguredProxy::getProxyInfo() const {
     return {m_host, m_port, m_username, m_password};
@@ -66,8 +76,9 @@ PreferencesProxyType::PreferencesProxyType() {
 }
 
 std::shared_ptr<webproxy::ProxyProvider> makeProxyProvider() {
-    const std::vector<std::shared_ptr<webproxy::ProxyTypeIntf>> sources{
-        std::make_shared<EnvironmentProxyType>(), std::make_shared<PreferencesProxyType>()};
+    std::vector<std::shared_ptr<webproxy::ProxyTypeIntf>> sources;
+    for (const ProxySource& source : proxySources)
+        sources.push_back(source.make());
     std::shared_ptr<webproxy::SystemProxiesIntf> system = std::make_shared<webproxy::DefaultSystemProxies>();
     return std::make_shared<webproxy::ProxyProvider>(std::move(system), sources);
 }

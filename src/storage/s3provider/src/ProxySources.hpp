@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <webproxy/webproxy.hpp>
@@ -33,6 +34,18 @@ class PreferencesProxyType : public ConfiguredProxy {
 public:
     PreferencesProxyType();
 };
+
+/// One of the two.
+enum class ProxyPlace { Environment, Preferences };
+
+struct ProxySource {
+    ProxyPlace place;
+    /// A new source, which has read its place. Throws what its constructor throws.
+    std::shared_ptr<webproxy::ProxyTypeIntf> (*make)();
+};
+
+/// Both, the preferred one first; after them comes the system.
+extern const std::array<ProxySource, 2> proxySources;
 
 /// Finds proxies in the environment, then in the preferences, then in the system's settings, as they are now.
 std::shared_ptr<webproxy::ProxyProvider> makeProxyProvider();

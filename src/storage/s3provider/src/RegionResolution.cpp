@@ -1,32 +1,30 @@
-#include <aws/core/auth/AWSCredentialsProvider.h>
 #include <aws/core/config/AWSProfileConfigLoader.h>
 #include <aws/s3/model/GetBucketLocationRequest.h>
 
 #include "AwsS3ClientFactory.hpp"
+#include "ConfigurationSources.hpp"
 #include "EnvironmentText.hpp"
 
 namespace storage::s3provider {
 
 using Aws::S3::Model::BucketLocationConstraint;
+using Aws::S3::Model::GetBucketLocationOutcome;
 
-namespace {
-
-std::string chosenProfile() {
+std::string regionProfile() {
     std::string profile = environmentText("AWS_PROFILE");
     return profile.empty() ? "default" : profile;
 }
 
-}  // namespace
+std::string regionFrom(const RegionSource& source) {
+    if (source.variable) return environmentText(source.variable);
+    return regionFromProfileFile(source.fileName(), regionProfile());
+}
 
 std::string regionFromEnvironment() {
-    for (const char* const variable : {"AWS_DEFAULT_REGION", "AWS_REGION"}) {
-        if (std::string region = environmentText(variable); !region.empty()) return region;
+    for (const RegionSource& source : regionSources) {
+        if (std::string region = regionFrom(source); !region.empty()) return region;
     }
-    const std::string profile = chosenProfile();
-    const std::string region = regionFromProfileFile(
-        Aws::Auth::ProfileConfigFileAWSCredentialsProvider::GetCredentialsProfileFilename(), profile);
-    if (!region.empty()) return region;
-    return regionFromProfileFile(Aws::Auth::GetConfigProfileFilename(), profile);
+    return {};
 }
 
 std::string regionFromProfileFile(std::string fileName, std::string profile) {
@@ -37,10 +35,22 @@ std::string regionFromProfileFile(std::string fileName, std::string profile) {
     return found == profiles.end() ? std::string() : found->second.GetRegion();
 }
 
-std::string queryBucketRegion(Aws::S3::S3Client& client, const std::string& bucket) {
+std::string bucketLookupRegion() {
+    std::string region = environmentText("ZR_AWS_GETLOCATION_REGION");
+    return region.empty() ? "us-east-2" : region;
+}
+
+GetBucketLocationOutcome askBucketLocation(Aws::S3::S3Client& client, const std::string& bucket) {
     Aws::S3::Model::GetBucketLocationRequest request;
     request.SetBucket(bucket);
-    const auto outcome = client.GetBucketLocation(request);
+    return client.GetBucketLocation(request);
+}
+
+std::string queryBucketRegion(Aws::S3::S3Client& client, const std::string& bucket) {
+    return regionFrom(askBucketLocation(client, bucket));
+}
+
+std::string regionFrom(const GetBucketLocationOutcome& outcome) {
     if (!outcome.IsSuccess()) return {};
     const auto constraint = outcome.GetResult().GetLocationConstraint();
     if (constraint == BucketLocationConstraint::NOT_SET) return "us-east-1";

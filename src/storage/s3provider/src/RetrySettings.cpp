@@ -2,6 +2,7 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "AwsS3ClientFactoryLogger.hpp"
+#include "ConfigurationSources.hpp"
 #include "DiagnosticRecord.hpp"
 #include "NumberParsing.hpp"
 
@@ -9,25 +10,25 @@ namespace storage::s3provider {
 
 namespace {
 
-std::int64_t numberFromEnvironment(const char* variable, std::int64_t defaultValue) {
+std::int64_t numberFrom(const RetrySetting& setting) {
     try {
-        const std::u16string value = fl::i18n::getenv(variable);
-        return value.empty() ? defaultValue : parseInt(fl::i18n::ustring_to_utf8(value));
+        const std::u16string value = fl::i18n::getenv(setting.variable);
+        return value.empty() ? setting.defaultValue : parseInt(fl::i18n::ustring_to_utf8(value));
     } catch (...) {
         logRecord(awsS3ClientFactoryLogger(), LogConfigurationFailures, "Caught exception while parsing ",
-                  variable);
-        return defaultValue;
+                  setting.variable);
+        return setting.defaultValue;
     }
 }
 
 }  // namespace
 
 std::int64_t getDataAttempts() {
-    return numberFromEnvironment("ZR_AWS_GETDATA_ATTEMPTS", 5);
+    return numberFrom(attemptsSetting);
 }
 
 std::int64_t getRetryTimeMs() {
-    return numberFromEnvironment("ZR_AWS_RETRYTIMEMS", 1000);
+    return numberFrom(retryTimeSetting);
 }
 
 S3ClientConfiguration getRetrySettings() {

@@ -1,22 +1,18 @@
 #include <utility>
 
 #include "AwsS3ClientFactory.hpp"
+#include "ConfigurationSources.hpp"
 #include "EnvironmentText.hpp"
 #include "S3ProviderFactoryV2.hpp"
 
 namespace storage::s3provider {
 
-namespace {
-
-std::string lookupRegion() {
-    std::string region = environmentText("ZR_AWS_GETLOCATION_REGION");
-    return region.empty() ? "us-east-2" : region;
+std::string endpointOverride() {
+    return environmentText("ZR_AWS_ENDPOINT_OVERRIDE");
 }
 
-}  // namespace
-
 std::shared_ptr<Aws::S3::S3Client> S3ProviderFactoryV2::getClientForBucket(const std::string& bucket) {
-    const std::string endpoint = environmentText("ZR_AWS_ENDPOINT_OVERRIDE");
+    const std::string endpoint = endpointOverride();
     if (!endpoint.empty()) return makeClientForEndpoint(endpoint, bucket);
     const std::string region = resolveRegion(bucket);
     if (!region.empty()) storeBucketRegion(bucket, region);
@@ -39,7 +35,7 @@ std::shared_ptr<Aws::S3::S3Client> S3ProviderFactoryV2::makeClientForEndpoint(co
 std::string S3ProviderFactoryV2::resolveRegion(const std::string& bucket) {
     if (std::string region = regionFromEnvironment(); !region.empty()) return region;
     if (std::string region = getCachedBucketRegion(bucket); !region.empty()) return region;
-    return queryBucketRegion(*getClientForRegion(lookupRegion()), bucket);
+    return queryBucketRegion(*getClientForRegion(bucketLookupRegion()), bucket);
 }
 
 std::shared_ptr<Aws::S3::S3Client> S3ProviderFactoryV2::getClientForRegion(const std::string& region) {
