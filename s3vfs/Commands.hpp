@@ -13,12 +13,17 @@ class App;
 
 namespace s3vfs {
 
-/// What the command line asks for: an action on one bucket. Throws std::exception when it fails.
+/// What the command line asks for. It is given the factory of the address's scheme, and returns whether all
+/// went well; throws std::exception when it fails.
 struct Command {
     std::string name;   ///< as typed, for messages
-    S3Address address;  ///< its bucket is what the action is given
-    std::function<void(foundation::storage::provider::IProvider&)> action;
+    S3Address address;  ///< for messages, too
+    std::function<bool(foundation::storage::provider::PhysicalProviderFactory&)> run;
 };
+
+/// The command that opens the address's bucket and does something there.
+Command onBucket(const std::string& name, const S3Address& address,
+                 std::function<void(foundation::storage::provider::IProvider&)> action);
 
 /// Each declares one subcommand, which fills in `chosen` when it is the one on the command line. `chosen`
 /// must outlive the parsing.
@@ -27,5 +32,6 @@ void addListCommand(CLI::App& app, Command& chosen);
 void addCatCommand(CLI::App& app, Command& chosen);
 void addPutCommand(CLI::App& app, Command& chosen);
 void addRemoveCommand(CLI::App& app, Command& chosen);
+void addExplainCommand(CLI::App& app, Command& chosen);
 
 }  // namespace s3vfs

@@ -77,7 +77,7 @@ void addListCommand(CLI::App& app, Command& chosen) {
     command->callback([&chosen, arguments] {
         const auto address = parseS3Address(arguments->address);
         const bool recursive = arguments->recursive;
-        chosen = {"ls", address, [=](auto& bucket) { printListing(bucket, address, recursive); }};
+        chosen = onBucket("ls", address, [=](auto& bucket) { printListing(bucket, address, recursive); });
     });
 }
 

@@ -61,10 +61,10 @@ int run(const Invocation& invocation) {
     const auto& command = invocation.command;
     try {
         const auto factory = s3vfs::makeProviderFactory();
-        const auto bucket = factory->createProvider(command.address.bucketIri());
-        command.action(*bucket);
+        const bool wentWell = command.run(*factory);
         std::cout.flush();
-        return std::cout ? success : report(command, "standard output could not be written");
+        if (!std::cout) return report(command, "standard output could not be written");
+        return wentWell ? success : failed;
     } catch (const storage::cloudprovider::CloudException& failure) {
         return reportFailedRequest(command, s3vfs::describe(failure), failures);
     } catch (const foundation::storage::provider::Exception& failure) {
@@ -91,6 +91,7 @@ void declareOptions(CLI::App& app, Invocation& invocation) {
     s3vfs::addCatCommand(app, invocation.command);
     s3vfs::addPutCommand(app, invocation.command);
     s3vfs::addRemoveCommand(app, invocation.command);
+    s3vfs::addExplainCommand(app, invocation.command);
 }
 
 int complain(const std::string& what) {
