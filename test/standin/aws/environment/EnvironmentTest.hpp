@@ -19,7 +19,7 @@ protected:
     /// Initializes the SDK. What it reads then it keeps.
     void initializeSdk();
 
-    const std::filesystem::path& home() const { return clean_.home(); }
+    const std::filesystem::path& home() const { return clean_.home().path(); }
 
     /// Writes a file below the home folder.
     std::filesystem::path write(const std::string& name, const std::string& content) const;

@@ -192,7 +192,10 @@ TEST(RegionOfAZone, EndsWithItsFirstNumber) {
     EXPECT_EQ(standin::aws::regionOfZone(""), "");
 }
 
-class MetadataEndpoint : public EnvironmentTest {};
+class MetadataEndpoint : public EnvironmentTest {
+protected:
+    MetadataEndpoint() { environment.unset("AWS_EC2_METADATA_SERVICE_ENDPOINT"); }
+};
 
 TEST_F(MetadataEndpoint, IsTheLinkLocalAddress) {
     EXPECT_EQ(standin::aws::metadataEndpoint(), "http://169.254.169.254");
