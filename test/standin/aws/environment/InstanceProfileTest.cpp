@@ -112,6 +112,16 @@ TEST_F(InstanceProfile, StaysWithTheServiceItWasMadeFor) {
     EXPECT_EQ(toString(provider.GetAWSCredentials()), "KEY:SECRET:TOKEN");
 }
 
+TEST_F(InstanceProfile, IsOfTheServiceThatAllOfAProcessShare) {
+    initializeSdk();
+    environment.unset("AWS_EC2_METADATA_SERVICE_ENDPOINT");
+    expectFirstQuestion(metadata::credentials("FIRST"));
+    expectQuestion(metadata::credentials("SECOND"));  // the region is known by then
+    EXPECT_EQ(toString(InstanceProfileCredentialsProvider().GetAWSCredentials()), "FIRST:SECRET:TOKEN");
+    EXPECT_EQ(toString(InstanceProfileCredentialsProvider().GetAWSCredentials()), "SECOND:SECRET:TOKEN");
+    expectNothingElse();
+}
+
 TEST_F(InstanceProfile, IsAskedForOnceByManyThreads) {
     const Step untilAllWait = Step::sleep(std::chrono::milliseconds(100));
     service.expect({untilAllWait, metadata::text("token").front()});
