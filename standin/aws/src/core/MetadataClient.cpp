@@ -63,7 +63,7 @@ bool mayPass(const WireAnswer& answer) {
 }  // namespace
 
 std::string metadataEndpoint() {
-    const std::string endpoint = environmentVariable("AWS_EC2_METADATA_SERVICE_ENDPOINT");
+    std::string endpoint = environmentVariable("AWS_EC2_METADATA_SERVICE_ENDPOINT");
     if (!endpoint.empty()) return endpoint;
     const bool ipv6 = lowerCase(environmentVariable("AWS_EC2_METADATA_SERVICE_ENDPOINT_MODE")) == "ipv6";
     return ipv6 ? "http://[fd00:ec2::254]" : "http://169.254.169.254";
