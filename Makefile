@@ -26,6 +26,7 @@ integration: configure
 	for program in ceph-mon ceph-osd radosgw aws; do \
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
+	test -e /usr/lib/*/faketime/libfaketimeMT.so.1 || { echo "make integration: no libfaketime" >&2; exit 1; }
 	ctest --preset integration -j 2
 
 # The unit, wire and conformance tests and the fuzz corpora once more under each sanitizer.

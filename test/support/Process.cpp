@@ -3,11 +3,13 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -74,20 +76,21 @@ public:
     Start(const Start&) = delete;
     Start& operator=(const Start&) = delete;
 
-    /// The new process; its outputs go to these files. `prepare` runs in it at first.
+    /// The new process; its outputs go to these files. `prepare` runs in it at first, and may give it an
+    /// input.
     template <class Prepare>
     pid_t with(int out, int err, Prepare&& prepare) const {
         const pid_t child = ::fork();
         if (child < 0) fail("fork");
         if (child != 0) return child;
+        const int noInput = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        ::dup2(noInput, 0);
         prepare();
         become(out, err);
     }
 
 private:
     [[noreturn]] void become(int out, int err) const {
-        const int noInput = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-        ::dup2(noInput, 0);
         ::dup2(out, 1);
         ::dup2(err, 2);
         if (::chdir(folder_.c_str()) == 0) ::execve(arguments_[0], arguments_.data(), environment_.data());
@@ -100,6 +103,17 @@ private:
     std::vector<char*> arguments_ = pointers(command_);
     std::vector<char*> environment_ = pointers(settings_);
 };
+
+/// In a new process: ends it as soon as `parent` does.
+void dieWith(pid_t parent) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) ::_exit(127);  // it died before it could be watched
+}
+
+void kill(pid_t child) {
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+}
 
 int waitFor(pid_t child) {
     int status = 0;
@@ -133,22 +147,48 @@ BackgroundProcess::BackgroundProcess(const std::vector<std::string>& command, co
     const int output = ::open(log.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     if (output < 0) fail("open");
     const pid_t parent = ::getpid();
-    process_ = start.with(output, output, [parent] {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (::getppid() != parent) ::_exit(127);  // it died before it could be watched
-    });
+    process_ = start.with(output, output, [parent] { dieWith(parent); });
     ::close(output);
 }
 
 BackgroundProcess::~BackgroundProcess() {
-    if (process_ == 0) return;
-    ::kill(process_, SIGKILL);
-    ::waitpid(process_, nullptr, 0);
+    if (process_ != 0) kill(process_);
 }
 
 bool BackgroundProcess::running() {
     if (process_ != 0 && ::waitpid(process_, nullptr, WNOHANG) == process_) process_ = 0;
     return process_ != 0;
+}
+
+InteractiveProcess::InteractiveProcess(const std::vector<std::string>& command, const Variables& environment,
+                                       const std::string& folder) {
+    const Start start(command, environment, folder);
+    std::array<int, 2> ends{};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) fail("socketpair");
+    const auto [ours, its] = ends;
+    const pid_t parent = ::getpid();
+    process_ = start.with(its, STDERR_FILENO, [parent, input = its] {
+        dieWith(parent);
+        ::dup2(input, STDIN_FILENO);
+    });
+    ::close(its);
+    socket_ = ours;
+}
+
+InteractiveProcess::~InteractiveProcess() {
+    kill(process_);
+    ::close(socket_);
+}
+
+std::string InteractiveProcess::ask(const std::string& line) {
+    const std::string question = line + '\n';
+    ::send(socket_, question.data(), question.size(), MSG_NOSIGNAL);
+    std::string answer;
+    for (char next = 0; ::recv(socket_, &next, 1, 0) == 1;) {
+        if (next == '\n') return answer;
+        answer += next;
+    }
+    throw std::runtime_error("the program ended instead of answering: " + line);
 }
 
 std::optional<std::string> installedProgram(const std::string& name) {

@@ -40,6 +40,25 @@ private:
     pid_t process_;  // 0 when it has ended
 };
 
+/// A program that answers each line with a line. It is killed like a BackgroundProcess. What it says of
+/// errors goes where the test's go.
+class InteractiveProcess {
+public:
+    /// Throws std::system_error when it can't be started.
+    InteractiveProcess(const std::vector<std::string>& command, const Variables& environment,
+                       const std::string& folder);
+    ~InteractiveProcess();
+    InteractiveProcess(const InteractiveProcess&) = delete;
+    InteractiveProcess& operator=(const InteractiveProcess&) = delete;
+
+    /// Waits for the answer. Throws std::runtime_error when the program ends instead.
+    std::string ask(const std::string& line);
+
+private:
+    pid_t process_ = 0;
+    int socket_ = -1;
+};
+
 /// Where the system has installed that program. The PATH isn't looked at, so that nobody's own version is
 /// taken.
 std::optional<std::string> installedProgram(const std::string& name);
