@@ -18,15 +18,15 @@ demo: configure
 test: build
 	ctest --preset dev -j 2
 
-# The suite on a real S3 server, and another's client on the embedded one. Tests skip what isn't installed; here
+# The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy. Tests skip what isn't installed; here
 # all of it must be.
 integration: configure
 	tools/install-deps integration
 	cmake --build --preset dev --target s3provider_integration
-	for program in ceph-mon ceph-osd radosgw aws; do \
+	for program in ceph-mon ceph-osd radosgw aws tinyproxy; do \
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
-	test -e /usr/lib/*/faketime/libfaketimeMT.so.1 || { echo "make integration: no libfaketime" >&2; exit 1; }
+	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }
 	ctest --preset integration -j 2
 
 # The unit, wire and conformance tests and the fuzz corpora once more under each sanitizer.
