@@ -6,7 +6,6 @@
 
 using namespace testsupport;
 using namespace storage::s3provider;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
@@ -19,6 +18,14 @@ const std::string proxyFailure = "Caught exception while parsing proxy informati
 class ClientConfiguration : public FactoryTest {
 protected:
     ClientConfiguration() { environment.unset("ZR_AWS_PROXY"); }
+
+    static void expectNoProxy(const Aws::Client::ClientConfiguration& configuration) {
+        const Aws::Client::ClientConfiguration plain;
+        EXPECT_EQ(configuration.proxyHost, plain.proxyHost);
+        EXPECT_EQ(configuration.proxyPort, plain.proxyPort);
+        EXPECT_EQ(configuration.proxyUserName, plain.proxyUserName);
+        EXPECT_EQ(configuration.proxyPassword, plain.proxyPassword);
+    }
 
     static Aws::Client::ClientConfiguration with(const Proxies& proxies) {
         return makeClientConfiguration([&](const std::wstring&) { return proxies; });
@@ -47,8 +54,7 @@ TEST_F(ClientConfiguration, SetsItsLimitsAndLeavesTheRestToTheSdk) {
     EXPECT_EQ(configuration.endpointOverride, plain.endpointOverride);
     EXPECT_EQ(configuration.verifySSL, plain.verifySSL);
     EXPECT_EQ(configuration.proxyScheme, plain.proxyScheme);
-    EXPECT_EQ(configuration.proxyHost, plain.proxyHost);
-    EXPECT_EQ(configuration.proxyPort, plain.proxyPort);
+    expectNoProxy(configuration);
     EXPECT_THAT(log.records(), IsEmpty());
 }
 
@@ -60,6 +66,10 @@ TEST_F(ClientConfiguration, TakesTheFirstProxyOnly) {
     EXPECT_EQ(configuration.proxyPort, 3128u);
     EXPECT_EQ(configuration.proxyUserName, "user");
     EXPECT_EQ(configuration.proxyPassword, "pass w\xC3\xB6rd");
+}
+
+TEST_F(ClientConfiguration, PassesANegativePortOnAsItComes) {
+    EXPECT_EQ(with({{L"proxy.example", -1, L"", L""}}).proxyPort, static_cast<unsigned>(-1));
 }
 
 TEST_F(ClientConfiguration, LooksForTheProxyOfS3AsAWhole) {
@@ -76,9 +86,9 @@ TEST_F(ClientConfiguration, LooksForNoProxyWhenTheSwitchIsOff) {
     bool asked = false;
     const auto lookup = [&](const std::wstring&) {
         asked = true;
-        return Proxies{{L"proxy.example", 3128, L"", L""}};
+        return Proxies{{L"proxy.example", 3128, L"user", L"password"}};
     };
-    EXPECT_EQ(makeClientConfiguration(lookup).proxyHost, "");
+    expectNoProxy(makeClientConfiguration(lookup));
     EXPECT_FALSE(asked);
     for (const char* const word : {"off", "Off", "0", "OFF ", "no"}) {
         environment.set("ZR_AWS_PROXY", word);
@@ -98,15 +108,30 @@ TEST_F(ClientConfiguration, FindsTheEnvironmentsProxyByItself) {
 
 TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenTheLookupFails) {
     environment.set("ZR_ROOT_CERT_FILE", "/certificates/file");
+    environment.set("ZR_ROOT_CERT_PATH", "/certificates/folder");
     const auto configuration =
         makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::runtime_error("boom"); });
-    EXPECT_EQ(configuration.proxyHost, "");
+    expectNoProxy(configuration);
     EXPECT_EQ(configuration.caFile, "/certificates/file");
+    EXPECT_EQ(configuration.caPath, "/certificates/folder");
     EXPECT_EQ(configuration.maxConnections, 1000u);
+    EXPECT_EQ(configuration.connectTimeoutMs, 300000);
     EXPECT_EQ(configuration.requestTimeoutMs, 300000);
     ASSERT_EQ(log.records().size(), 1u);
     EXPECT_EQ(log.records()[0].level, 256);
     EXPECT_EQ(log.records()[0].text, proxyFailure + "boom");
+}
+
+TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenThePreferencesCannotBeRead) {
+    environment.set("ZR_PROXY_HOST", "proxy.example");
+    environment.set("S3VFS_SETTINGS",
+                    write("settings.json", R"({"orrery": {"web": {"UseProxy": true, "ProxyPort": 3128}}})"));
+    const auto configuration = makeClientConfiguration();
+    expectNoProxy(configuration);
+    EXPECT_EQ(configuration.maxConnections, 1000u);
+    ASSERT_EQ(log.records().size(), 1u);
+    EXPECT_EQ(log.records()[0].level, 256);
+    EXPECT_EQ(log.records()[0].text, proxyFailure + "setting 'ProxyPort' must be text, not number");
 }
 
 TEST_F(ClientConfiguration, KeepsWhatWasSetWhenAProxysFieldsCannotBeRead) {

@@ -1,5 +1,6 @@
 #include "ProxySources.hpp"
 
+#include <fl/i18n.hpp>
 #include <settings/core/Settings.hpp>
 #include <settings/in_orrery/settings.hpp>
 
@@ -7,6 +8,7 @@
 
 using namespace testsupport;
 using namespace storage::s3provider;
+using ::testing::ElementsAre;
 
 namespace {
 
@@ -81,9 +83,18 @@ TEST_F(EnvironmentProxy, ReadsPortsAsWholeNumbersOnly) {
     }
 }
 
+TEST_F(EnvironmentProxy, IsReadOnBehindABadPort) {
+    environment.set("ZR_PROXY_HOST", "proxy.example");
+    environment.set("ZR_PROXY_PORT", "8080x");
+    environment.set("ZR_PROXY_USERNAME", "user");
+    environment.set("ZR_PROXY_PASSWORD", "password");
+    EnvironmentProxyType source;
+    expectProxy(source, L"proxy.example", 0, L"user", L"password");
+}
+
 TEST_F(EnvironmentProxy, ThrowsForWhatIsNotText) {
     environment.set("ZR_PROXY_HOST", "\xFF");
-    EXPECT_THROW(EnvironmentProxyType(), std::exception);
+    EXPECT_THROW(EnvironmentProxyType(), fl::i18n::conversion_error);
 }
 
 class PreferencesProxy : public FactoryTest {};
@@ -96,10 +107,22 @@ TEST_F(PreferencesProxy, IsReadWhole) {
 }
 
 TEST_F(PreferencesProxy, NeedsNoAuthentication) {
-    const Preferences preferences(R"({"UseProxy": true, "ProxyHost": "proxy.example", "ProxyPort": "x",
+    const Preferences preferences(R"({"UseProxy": true, "ProxyHost": "proxy.example", "ProxyPort": "3128",
         "UseProxyAuthentication": false, "ProxyUsername": "user", "ProxyPassword": "password"})");
     PreferencesProxyType source;
-    expectProxy(source, L"proxy.example", 0, L"", L"");
+    expectProxy(source, L"proxy.example", 3128, L"", L"");
+}
+
+TEST_F(PreferencesProxy, IsReadOnBehindABadPort) {
+    const Preferences preferences(R"({"UseProxy": true, "ProxyHost": "proxy.example", "ProxyPort": "x",
+        "UseProxyAuthentication": true, "ProxyUsername": "user", "ProxyPassword": "password"})");
+    PreferencesProxyType source;
+    expectProxy(source, L"proxy.example", 0, L"user", L"password");
+}
+
+TEST_F(PreferencesProxy, ThrowsWhatTheSettingsThrow) {
+    const Preferences preferences(R"({"UseProxy": true, "ProxyHost": "proxy.example", "ProxyPort": 3128})");
+    EXPECT_THROW(PreferencesProxyType(), settings::core::SettingsError);
 }
 
 TEST_F(PreferencesProxy, IsOffUnlessItIsToBeUsed) {
@@ -116,14 +139,33 @@ TEST_F(PreferencesProxy, IsOffWithoutPreferences) {
     expectProxy(source, L"", 0, L"", L"");
 }
 
-TEST_F(FactoryTest, PrefersTheEnvironmentsProxyToThePreferences) {
-    const Preferences preferences(
-        R"({"UseProxy": true, "ProxyHost": "preferred.example", "ProxyPort": "1"})");
-    EXPECT_EQ(makeProxyProvider()->getProxyListForUrl(L"https://s3.amazonaws.com/").at(0).getHost(),
-              L"preferred.example");
+/// A proxy in each place that one may be found in.
+class ProxyOrder : public FactoryTest {
+protected:
+    ProxyOrder() {
+        for (const char* const variable : {"http_proxy", "https_proxy"})
+            environment.set(variable, "http://system.example:3");
+    }
+
+    static std::vector<std::wstring> hosts() {
+        std::vector<std::wstring> hosts;
+        const auto provider = makeProxyProvider();
+        for (const auto& proxy : provider->getProxyListForUrl(L"https://s3.amazonaws.com/"))
+            hosts.push_back(proxy.getHost());
+        return hosts;
+    }
+
+    const Preferences preferences{
+        R"({"UseProxy": true, "ProxyHost": "preferred.example", "ProxyPort": "1"})"};
+};
+
+TEST_F(ProxyOrder, IsEnvironmentPreferencesSystem) {
     environment.set("ZR_PROXY_HOST", "environment.example");
-    EXPECT_EQ(makeProxyProvider()->getProxyListForUrl(L"https://s3.amazonaws.com/").at(0).getHost(),
-              L"environment.example");
+    EXPECT_THAT(hosts(), ElementsAre(L"environment.example", L"preferred.example", L"system.example"));
+}
+
+TEST_F(ProxyOrder, LeavesOutASourceWithoutProxy) {
+    EXPECT_THAT(hosts(), ElementsAre(L"preferred.example", L"system.example"));
 }
 
 }  // namespace

@@ -44,10 +44,18 @@ TEST_F(Region, IsThatOfTheChosenProfile) {
     EXPECT_EQ(regionFromEnvironment(), "");
 }
 
+TEST_F(Region, IsNotThatOfTheSdksDefaultProfile) {
+    write(".aws/credentials", "[default]\nregion = ap-south-1\n[work]\nregion = sa-east-1\n");
+    environment.set("AWS_DEFAULT_PROFILE", "work");
+    EXPECT_EQ(regionFromEnvironment(), "ap-south-1");
+}
+
 TEST_F(Region, OfAProfileIsLookedUpByItsBareNameInBothFiles) {
     write(".aws/config", "[profile work]\nregion = eu-west-2\n[home]\nregion = eu-north-1\n");
     environment.set("AWS_PROFILE", "home");
     EXPECT_EQ(regionFromEnvironment(), "eu-north-1");
+    environment.set("AWS_PROFILE", "work");
+    EXPECT_EQ(regionFromEnvironment(), "");
 }
 
 TEST_F(Region, OfAFileThatIsNotThereIsUnknown) {

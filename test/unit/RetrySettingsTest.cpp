@@ -54,6 +54,13 @@ TEST_P(RetrySettings, FallBackToTheDefaultWithARecord) {
     }
 }
 
+TEST_P(RetrySettings, LeaveNoRecordUnlessItsLevelIsEnabled) {
+    const LogCapture others{factoryChannel, LogCapture::allLevels & ~256U};
+    environment.set(GetParam().variable, "abc");
+    EXPECT_EQ(GetParam().read(), GetParam().defaultValue);
+    EXPECT_THAT(others.records(), IsEmpty());
+}
+
 TEST_F(FactoryTest, ReadsAttemptsBeforeTheirPause) {
     environment.set("ZR_AWS_GETDATA_ATTEMPTS", "many");
     environment.set("ZR_AWS_RETRYTIMEMS", "long");
