@@ -88,6 +88,15 @@ TEST_F(CheckRootValidity, ForgivesADeniedHeadBucketInTheRightRegion) {
     EXPECT_TRUE(log.records().empty());
 }
 
+TEST_F(CheckRootValidity, TakesAnEmptyLocationForTheRightOneWhenNoRegionIsConfigured) {
+    client = clientWith({5, 0}, "");
+    headBucketIsDenied();
+    EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) {
+        return Aws::S3::Model::GetBucketLocationOutcome(Aws::S3::Model::GetBucketLocationResult());
+    });
+    EXPECT_NO_THROW(client->checkRootValidity("/"));
+}
+
 TEST_F(CheckRootValidity, RefusesAnotherRegion) {
     headBucketIsDenied();
     EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return locatedIn("us-west-2"); });
