@@ -1,8 +1,15 @@
 #include <aws/core/Aws.h>
 #include <aws/s3/S3EndpointProvider.h>
+#include <sys/inotify.h>
+#include <unistd.h>
 
+#include <array>
 #include <atomic>
+#include <cerrno>
+#include <fl/i18n.hpp>
+#include <future>
 #include <optional>
+#include <system_error>
 #include <thread>
 
 #include "AwsS3ClientFactory.hpp"
@@ -18,6 +25,27 @@ namespace {
 std::string profile(const std::string& key) {
     return "[default]\naws_access_key_id = " + key + "\naws_secret_access_key = secret-of-" + key + "\n";
 }
+
+/// Notices when somebody opens a file.
+class OpenedFile {
+public:
+    explicit OpenedFile(const std::filesystem::path& file) : events_(::inotify_init1(IN_NONBLOCK)) {
+        if (::inotify_add_watch(events_, file.c_str(), IN_OPEN) < 0)
+            throw std::system_error(errno, std::generic_category(), "inotify");
+    }
+    ~OpenedFile() { ::close(events_); }
+    OpenedFile(const OpenedFile&) = delete;
+    OpenedFile& operator=(const OpenedFile&) = delete;
+
+    /// Since the last question.
+    bool wasOpened() const {
+        alignas(inotify_event) std::array<char, 4096> events{};
+        return ::read(events_, events.data(), events.size()) > 0;
+    }
+
+private:
+    int events_;
+};
 
 class Sdk {
 public:
@@ -91,6 +119,32 @@ TEST_F(CredentialsChain, TakesTheEnvironmentsKeysAndAsksNobodyElse) {
     EXPECT_EQ(asked(), 0u);
 }
 
+TEST_F(CredentialsChain, ReadsTheEnvironmentAsTheHostDoes) {
+    setKeys("key", "\xFF");
+    environment.set("AWS_SESSION_TOKEN", "\xFE");
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "key", "\xEF\xBF\xBD", "\xEF\xBF\xBD");
+}
+
+TEST_F(CredentialsChain, LooksAtTheFileOnlyFromOutsideWhileTheEnvironmentHasKeys) {
+    const OpenedFile file(write(".aws/credentials", profile("file")));
+    expectKeys(ZRCredentialsProviderChain().GetAWSCredentials(), "file", "secret-of-file");
+    EXPECT_TRUE(file.wasOpened());
+    setKeys("key", "secret");
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "key", "secret");
+    EXPECT_FALSE(file.wasOpened());
+    environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");  // no name to look at
+    EXPECT_THROW(chain.GetAWSCredentials(), fl::i18n::conversion_error);
+}
+
+TEST_F(CredentialsChain, PassesOverASecretWithoutKey) {
+    write(".aws/credentials", profile("file"));
+    environment.set("AWS_SECRET_ACCESS_KEY", "secret");
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "file", "secret-of-file");
+}
+
 TEST_F(CredentialsChain, PassesOverAKeyWithoutSecret) {
     write(".aws/credentials", profile("file"));
     environment.set("AWS_ACCESS_KEY_ID", "key");
@@ -139,8 +193,9 @@ TEST_F(CredentialsChain, KeepsWhatItReadFromAFileThatLooksUnchanged) {
 }
 
 TEST_F(CredentialsChain, FollowsTheCredentialsFileToAnotherName) {
-    write(".aws/credentials", profile("home"));
+    const auto file = write(".aws/credentials", profile("home"));
     const auto other = write("other", profile("other"));
+    std::filesystem::last_write_time(other, std::filesystem::last_write_time(file));
     ZRCredentialsProviderChain chain;
     expectKeys(chain.GetAWSCredentials(), "home", "secret-of-home");
     environment.set("AWS_SHARED_CREDENTIALS_FILE", other.string());
@@ -161,29 +216,28 @@ TEST_F(CredentialsChain, AsksTheMetadataServiceAnewOnceTheFileChanged) {
 TEST_F(CredentialsChain, ThrowsWhatTheHostsTextFunctionsThrow) {
     ZRCredentialsProviderChain chain;
     environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");
-    EXPECT_THROW(chain.GetAWSCredentials(), std::exception);
+    EXPECT_THROW(chain.GetAWSCredentials(), fl::i18n::conversion_error);
     environment.unset("AWS_SHARED_CREDENTIALS_FILE");
-    expectKeys(chain.GetAWSCredentials(), "", "");
+    write(".aws/credentials", profile("file"));  // new, so a writer must get the lock
+    expectKeys(chain.GetAWSCredentials(), "file", "secret-of-file");
 }
 
 TEST_F(CredentialsChain, ServesManyThreadsWhileTheFileChanges) {
     const auto file = write(".aws/credentials", profile("key"));
     ZRCredentialsProviderChain chain;
-    std::atomic<bool> stop{false};
-    std::atomic<int> wrong{0};
-    std::vector<std::thread> readers;
-    for (int i = 0; i < 4; ++i) {
-        readers.emplace_back([&] {
-            while (!stop)
-                if (chain.GetAWSCredentials().GetAWSAccessKeyId() != "key") ++wrong;
-        });
-    }
-    for (int i = 0; i < 50; ++i)
+    const auto ask = [&] {
+        for (int i = 0; i < 10; ++i)
+            expectKeys(chain.GetAWSCredentials(), "key", "secret-of-key");
+    };
+    // A change that no thread saw in its own round is there for all threads at the start of the next.
+    for (int round = 0; round < 50; ++round) {
+        std::vector<std::future<void>> threads;
+        for (int i = 0; i < 4; ++i)
+            threads.push_back(std::async(std::launch::async, ask));
         touch(file);
-    stop = true;
-    for (auto& reader : readers)
-        reader.join();
-    EXPECT_EQ(wrong, 0);
+        for (auto& thread : threads)
+            thread.get();
+    }
 }
 
 /// A metadata service that has credentials.
