@@ -1,4 +1,9 @@
+#include <sys/stat.h>
+
+#include <chrono>
+#include <fl/i18n.hpp>
 #include <foundation/storage/provider/Exception.hpp>
+#include <future>
 
 #include "S3ProviderFactoryV2.hpp"
 #include "unit/FactoryTest.hpp"
@@ -7,6 +12,7 @@ using namespace testsupport;
 using namespace foundation::storage::provider;
 using storage::s3provider::S3ProviderFactoryV2;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 namespace {
 
@@ -20,6 +26,7 @@ protected:
 
 TEST_F(ProviderFactory, RefusesAnIriWithoutBucket) {
     environment.set("AWS_REGION", "eu-west-3");
+    environment.set("ZR_AWS_GETDATA_ATTEMPTS", "many");  // would leave a record
     for (const char16_t* const text : {u"s3:///file", u"s3:file", u"s3:"}) {
         const StorageIRI iri{text};
         try {
@@ -33,6 +40,7 @@ TEST_F(ProviderFactory, RefusesAnIriWithoutBucket) {
         }
     }
     EXPECT_EQ(factory.getCachedBucketRegion(""), "");
+    EXPECT_THAT(log.records(), IsEmpty());
 }
 
 TEST_F(ProviderFactory, TakesTheHostForTheBucketAsItStands) {
@@ -40,6 +48,8 @@ TEST_F(ProviderFactory, TakesTheHostForTheBucketAsItStands) {
     factory.createProvider(StorageIRI(u"s3://My_Bucket/file"));
     EXPECT_EQ(factory.getCachedBucketRegion("My_Bucket"), "eu-west-3");
     EXPECT_EQ(factory.getCachedBucketRegion("my_bucket"), "");
+    factory.createProvider(StorageIRI(u"s3://z\u00FCge/"));
+    EXPECT_EQ(factory.getCachedBucketRegion("z\xC3\xBCge"), "eu-west-3");
 }
 
 TEST_F(ProviderFactory, MakesANewProviderEachTime) {
@@ -61,13 +71,39 @@ TEST_F(ProviderFactory, ReadsTheRetrySettingsForEachProvider) {
 
 TEST_F(ProviderFactory, LetsTheFailuresOfMakingAClientPass) {
     environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");
-    EXPECT_ANY_THROW(factory.createProvider(StorageIRI(u"s3://bucket/")));
+    EXPECT_THROW(factory.createProvider(StorageIRI(u"s3://bucket/")), fl::i18n::conversion_error);
+}
+
+TEST_F(ProviderFactory, RemembersARegionAlsoWhenNoClientCanBeMade) {
+    environment.set("AWS_REGION", "eu-west-3");
+    environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");
+    EXPECT_THROW(factory.createProvider(StorageIRI(u"s3://bucket/")), fl::i18n::conversion_error);
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-3");
 }
 
 TEST_F(ProviderFactory, KnowsTheRootOfAnyIri) {
+    environment.set("AWS_REGION", "eu-west-3");
+    for (const char16_t* const text :
+         {u"s3://bucket", u"s3://bucket/folder/file?query", u"s3:///file", u"s3:"})
+        EXPECT_EQ(factory.getRootIRI(StorageIRI(text)), StorageIRI(StorageIRI(text), u"/"));
     EXPECT_EQ(factory.getRootIRI(StorageIRI(u"s3://bucket/folder/file")), StorageIRI(u"s3://bucket/"));
-    EXPECT_EQ(factory.getRootIRI(StorageIRI(u"s3://bucket")), StorageIRI(u"s3://bucket/"));
     EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "");
+}
+
+TEST_F(ProviderFactory, MakesOneClientAtATime) {
+    const auto known = factory.getClientForRegion("eu-west-1");
+    const auto settings = home.path() / "settings.json";
+    ASSERT_EQ(::mkfifo(settings.c_str(), 0600), 0);
+    environment.set("S3VFS_SETTINGS", settings.string());
+    environment.unset("ZR_AWS_PROXY");
+    auto fresh = std::async(std::launch::async, [&] { return factory.getClientForRegion("eu-west-2"); });
+    std::ofstream writer(settings);  // opens when the preferences are being read
+    auto again = std::async(std::launch::async, [&] { return factory.getClientForRegion("eu-west-1"); });
+    EXPECT_EQ(again.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    writer << "{}";
+    writer.close();
+    EXPECT_EQ(again.get(), known);
+    EXPECT_NE(fresh.get(), known);
 }
 
 TEST_F(ProviderFactory, HoldsTheInitializerForItsWholeLife) {

@@ -1,16 +1,18 @@
+#include <aws/s3/model/HeadBucketRequest.h>
+
+#include <fl/i18n.hpp>
 #include <future>
 #include <set>
-#include <thread>
 
 #include "AwsS3ClientFactory.hpp"
+#include "DiagnosticRecord.hpp"
 #include "S3ProviderFactoryV2.hpp"
 #include "support/ScriptedServer.hpp"
 #include "unit/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;
-using ::testing::AllOf;
-using ::testing::Each;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -24,6 +26,14 @@ Script located(const std::string& constraint) {
 const Script deniedLocation = {
     Step::send(httpReply(403, {}, "<Error><Code>AccessDenied</Code><Message>no</Message></Error>"))};
 
+const Script emptyReply = {Step::send(httpReply(200))};
+
+void headBucket(Aws::S3::S3Client& client) {
+    Aws::S3::Model::HeadBucketRequest request;
+    request.SetBucket("bucket");
+    EXPECT_TRUE(client.HeadBucket(request).IsSuccess());
+}
+
 /// A factory whose requests to Amazon all end at a scripted server, through a proxy of the environment and
 /// with TLS as it is.
 class ClientFactory : public FactoryTest {
@@ -31,16 +41,28 @@ protected:
     ClientFactory() {
         environment.unset("ZR_AWS_PROXY");
         environment.set("ZR_PROXY_HOST", "127.0.0.1");
-        environment.set("ZR_PROXY_PORT", std::to_string(amazon.port()));
+        useProxy(amazon);
         environment.set("ZR_ROOT_CERT_FILE", authority.caFile().string());
         environment.set("AWS_ACCESS_KEY_ID", "key");
         environment.set("AWS_SECRET_ACCESS_KEY", "secret");
     }
 
-    static ScriptedServer::Options behindTunnel(const CertificateFiles& certificate) {
+    void TearDown() override {
+        EXPECT_EQ(amazon.unusedScripts(), 0u);
+        EXPECT_EQ(amazon.unexpectedRequests(), 0u);
+    }
+
+    /// For a server that answers to Amazon's names.
+    ScriptedServer::Options behindTunnel() {
         ScriptedServer::Options options;
-        options.certificate = certificate;
+        options.certificate = authority.issue(
+            {"*.s3.us-east-2.amazonaws.com", "*.s3.ap-south-1.amazonaws.com", "*.s3.eu-west-1.amazonaws.com",
+             "*.s3.eu-west-2.amazonaws.com", "*.s3.us-east-1.amazonaws.com", "*.s3.amazonaws.com"});
         return options;
+    }
+
+    void useProxy(const ScriptedServer& server) {
+        environment.set("ZR_PROXY_PORT", std::to_string(server.port()));
     }
 
     /// Requests for a bucket's location that arrived, as the host they went to.
@@ -56,8 +78,7 @@ protected:
     }
 
     TestAuthority authority;
-    ScriptedServer amazon{
-        {}, behindTunnel(authority.issue({"*.s3.us-east-2.amazonaws.com", "*.s3.ap-south-1.amazonaws.com"}))};
+    ScriptedServer amazon{{}, behindTunnel()};
     S3ProviderFactoryV2 factory{nullptr};
 };
 
@@ -76,7 +97,7 @@ TEST_F(ClientFactory, AsksS3ForARegionThatNobodyChoseOnce) {
     EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-3");
     EXPECT_EQ(client, factory.getClientForRegion("eu-west-3"));
     EXPECT_EQ(client, factory.getClientForBucket("bucket"));
-    EXPECT_THAT(lookups(), ::testing::ElementsAre("bucket.s3.us-east-2.amazonaws.com"));
+    EXPECT_THAT(lookups(), ElementsAre("bucket.s3.us-east-2.amazonaws.com"));
     EXPECT_THAT(amazon.requests().back().header("authorization"), HasSubstr("/us-east-2/s3/aws4_request"));
 }
 
@@ -84,7 +105,7 @@ TEST_F(ClientFactory, AsksThroughTheLookupRegionThatIsSet) {
     environment.set("ZR_AWS_GETLOCATION_REGION", "ap-south-1");
     amazon.expect(located("eu-west-3"));
     factory.getClientForBucket("bucket");
-    EXPECT_THAT(lookups(), ::testing::ElementsAre("bucket.s3.ap-south-1.amazonaws.com"));
+    EXPECT_THAT(lookups(), ElementsAre("bucket.s3.ap-south-1.amazonaws.com"));
     environment.set("ZR_AWS_GETLOCATION_REGION", "");
     amazon.expect(located("eu-west-3"));
     factory.getClientForBucket("other");
@@ -94,7 +115,11 @@ TEST_F(ClientFactory, AsksThroughTheLookupRegionThatIsSet) {
 TEST_F(ClientFactory, SendsItsLookupThroughTheClientOfTheLookupRegion) {
     amazon.expect(located("us-east-2"));
     const auto lookupClient = factory.getClientForRegion("us-east-2");
+    const ScriptedServer proxyOfNewClients;
+    useProxy(proxyOfNewClients);
     EXPECT_EQ(factory.getClientForBucket("bucket"), lookupClient);
+    EXPECT_THAT(lookups(), SizeIs(1));
+    EXPECT_EQ(proxyOfNewClients.connections(), 0u);
 }
 
 TEST_F(ClientFactory, TakesABucketWithoutConstraintForOneInUsEast1) {
@@ -113,6 +138,17 @@ TEST_F(ClientFactory, UsesTheEmptyRegionsClientWhenS3DoesNotTell) {
     EXPECT_EQ(factory.getClientForBucket("other"), client);
     EXPECT_THAT(lookups(), SizeIs(2));
     EXPECT_THAT(log.records(), IsEmpty());
+}
+
+TEST_F(ClientFactory, HandsTheRegionOnAsFarAsItIsKnown) {
+    const LogCapture made{"storage::s3provider::S3Client", LogArguments};
+    const foundation::storage::provider::StorageIRI iri(u"s3://bucket/");
+    amazon.expect(deniedLocation);
+    factory.createProvider(iri);
+    amazon.expect(located("eu-west-3"));
+    factory.createProvider(iri);
+    EXPECT_THAT(made.texts(), ElementsAre(" m_bucket=bucket m_configuredRegion=",
+                                          " m_bucket=bucket m_configuredRegion=eu-west-3"));
 }
 
 TEST_F(ClientFactory, AsksAgainWhenALookupFailed) {
@@ -150,6 +186,7 @@ TEST_F(ClientFactory, MakesAClientForAnEndpointEachTime) {
     EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "");
     EXPECT_THAT(amazon.requests(), IsEmpty());
     environment.unset("ZR_AWS_ENDPOINT_OVERRIDE");
+    EXPECT_NE(first, factory.getClientForRegion(""));
     factory.storeBucketRegion("bucket", "eu-west-3");
     EXPECT_NE(first, factory.getClientForBucket("bucket"));
 }
@@ -172,6 +209,32 @@ TEST_F(ClientFactory, SharesAClientAmongTheBucketsOfARegion) {
     EXPECT_NE(factory.getClientForBucket("three"), client);
 }
 
+TEST_F(ClientFactory, TellsRegionsApartByteByByte) {
+    EXPECT_NE(factory.getClientForRegion("eu-west-1"), factory.getClientForRegion("EU-WEST-1"));
+}
+
+TEST_F(ClientFactory, LeavesTheEndpointOfUsEast1ToTheSdk) {
+    amazon.expect(emptyReply);
+    headBucket(*factory.getClientForRegion("us-east-1"));
+    EXPECT_EQ(amazon.requests().back().header("Host"), "bucket.s3.us-east-1.amazonaws.com");
+    environment.set("AWS_S3_US_EAST_1_REGIONAL_ENDPOINT", "legacy");
+    amazon.expect(emptyReply);
+    headBucket(*S3ProviderFactoryV2(nullptr).getClientForRegion("us-east-1"));
+    EXPECT_EQ(amazon.requests().back().header("Host"), "bucket.s3.amazonaws.com");
+}
+
+TEST_F(ClientFactory, TakesNewSettingsForARegionsFirstClientOnly) {
+    const auto known = factory.getClientForRegion("eu-west-1");
+    ScriptedServer otherProxy{{emptyReply}, behindTunnel()};
+    useProxy(otherProxy);
+    const auto fresh = factory.getClientForRegion("eu-west-2");
+    amazon.expect(emptyReply);
+    headBucket(*factory.getClientForRegion("eu-west-1"));
+    headBucket(*fresh);
+    EXPECT_EQ(amazon.requests().back().header("Host"), "bucket.s3.eu-west-1.amazonaws.com");
+    EXPECT_EQ(otherProxy.requests().back().header("Host"), "bucket.s3.eu-west-2.amazonaws.com");
+}
+
 TEST_F(ClientFactory, KeepsARegionsClientWhateverTheEnvironmentBecomes) {
     environment.set("AWS_REGION", "eu-west-1");
     const auto client = factory.getClientForBucket("bucket");
@@ -184,8 +247,10 @@ TEST_F(ClientFactory, KeepsARegionsClientWhateverTheEnvironmentBecomes) {
 
 TEST_F(ClientFactory, MakesOneClientOfARegionForManyThreads) {
     constexpr int threads = 16;
-    for (int i = 0; i < threads; ++i)
-        amazon.expect(located("eu-west-3"));
+    auto options = behindTunnel();
+    options.repeatLast = true;  // threads that open one bucket may ask for its region once or more
+    const ScriptedServer locator{{located("eu-west-3")}, options};
+    useProxy(locator);
     std::vector<std::future<std::shared_ptr<Aws::S3::S3Client>>> opened;
     for (int i = 0; i < threads; ++i) {
         opened.push_back(std::async(std::launch::async, [this, i] {
@@ -210,15 +275,16 @@ TEST_F(ClientFactory, OpensAKnownBucketWhileALookupStalls) {
     factory.storeBucketRegion("known", "eu-west-1");
     auto stalled = std::async(std::launch::async, [&] { return factory.getClientForBucket("unknown"); });
     arrived.get_future().wait();
-    EXPECT_EQ(factory.getClientForBucket("known"), factory.getClientForRegion("eu-west-1"));
-    EXPECT_EQ(factory.getCachedBucketRegion("known"), "eu-west-1");
+    auto known = std::async(std::launch::async, [&] { return factory.getClientForBucket("known"); });
+    EXPECT_EQ(known.wait_for(std::chrono::seconds(30)), std::future_status::ready);
     goOn.set_value();
+    EXPECT_EQ(known.get(), factory.getClientForRegion("eu-west-1"));
     EXPECT_EQ(stalled.get(), factory.getClientForRegion("eu-west-3"));
 }
 
 TEST_F(ClientFactory, LeavesItsCacheAloneWhenAClientCannotBeMade) {
     environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");  // no text, so no chain
-    EXPECT_THROW(factory.getClientForRegion("eu-west-3"), std::exception);
+    EXPECT_THROW(factory.getClientForRegion("eu-west-3"), fl::i18n::conversion_error);
     environment.unset("AWS_SHARED_CREDENTIALS_FILE");
     EXPECT_NE(factory.getClientForRegion("eu-west-3"), nullptr);
 }
