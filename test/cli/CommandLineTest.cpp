@@ -30,6 +30,9 @@ using nlohmann::json;
 ///   objects      what bucket demo holds at first, beside the usual; {"key": "content"}
 ///   faults       failures planned on the server, in the words of its --fault option
 ///   left         what bucket demo must hold afterwards, where it matters
+///   odd_key      true for a key with empty or dot segments, which the AWS SDK takes for another one; the
+///   case is
+///                only for its stand-in
 struct Case {
     std::string name;
     json content;
@@ -43,7 +46,9 @@ std::vector<Case> allCases() {
     std::vector<Case> cases;
     for (const auto& entry : fs::directory_iterator(CASES_FOLDER)) {
         std::ifstream in(entry.path() / "case.json");
-        cases.push_back({entry.path().filename().string(), json::parse(in)});
+        const auto content = json::parse(in);
+        if (KEYS_ARE_LITERAL || !content.value("odd_key", false))
+            cases.push_back({entry.path().filename().string(), content});
     }
     std::sort(cases.begin(), cases.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
     return cases;
