@@ -1,6 +1,6 @@
 #include "replay/Replay.hpp"
-#include "support/CleanEnvironment.hpp"
 #include "replay/KnownDifferences.hpp"
+#include "support/CleanEnvironment.hpp"
 
 #include <aws/core/Aws.h>
 

@@ -114,8 +114,8 @@ Json describe(const std::vector<SeenRequest>& requests, const Setting& setting) 
 Json observeMetadata(const Json& recorded) {
     ScriptedServer service(conversation(recorded));
     const ClosedPort closed;
-    const Setting setting(
-        recorded, {{"{METAPORT}", std::to_string(service.port())}, {"{CLOSEDPORT}", std::to_string(closed.number())}});
+    const Setting setting(recorded, {{"{METAPORT}", std::to_string(service.port())},
+                                     {"{CLOSEDPORT}", std::to_string(closed.number())}});
     Json seen = recorded.contains("provider") ? askForCredentials(recorded["provider"])
                                               : askForRegion(recorded["configurations"]);
     return {{"observed", std::move(seen)}, {"requests", describe(service.requests(), setting)}};

@@ -1,6 +1,6 @@
-#include "support/CleanEnvironment.hpp"
 #include "replay/Replay.hpp"
 #include "replay/defaults/Observers.hpp"
+#include "support/CleanEnvironment.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

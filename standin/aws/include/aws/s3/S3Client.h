@@ -18,8 +18,8 @@ namespace Aws::S3 {
 /// where an object is meant, is MISSING_PARAMETER and sends nothing.
 class S3Client {
 public:
-    /// Sends nothing, but asks the provider for credentials, which may; what that throws passes through. A null
-    /// endpoint provider stands for a new S3EndpointProvider.
+    /// Sends nothing, but asks the provider for credentials, which may; what that throws passes through. A
+    /// null endpoint provider stands for a new S3EndpointProvider.
     S3Client(std::shared_ptr<Aws::Auth::AWSCredentialsProvider> credentialsProvider,
              std::shared_ptr<S3EndpointProviderBase> endpointProvider,
              const S3ClientConfiguration& configuration = S3ClientConfiguration());
