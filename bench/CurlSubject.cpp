@@ -45,7 +45,7 @@ std::size_t fillText(char* bytes, std::size_t size, std::size_t count, void* tex
 std::size_t send(char* buffer, std::size_t size, std::size_t count, void* source) {
     auto& upload = *static_cast<Upload*>(source);
     const std::size_t sent = std::min(size * count, upload.content.size() - upload.sent);
-    std::memcpy(buffer, upload.content.data() + upload.sent, sent);
+    upload.content.copy(buffer, sent, upload.sent);
     upload.sent += sent;
     return sent;
 }
@@ -192,8 +192,11 @@ private:
                                                               headers, date, request.payloadHash));
         headers.emplace_back("user-agent", userAgent);
         std::unique_ptr<curl_slist, FreeList> lines;
-        for (const auto& [name, value] : headers)
-            lines.reset(curl_slist_append(lines.release(), (name + ": " + value).c_str()));
+        for (const auto& [name, value] : headers) {
+            std::string line = name;
+            line.append(": ").append(value);
+            lines.reset(curl_slist_append(lines.release(), line.c_str()));
+        }
         set(CURLOPT_HTTPHEADER, lines.get());
         const std::string query = request.query.empty() ? "" : '?' + request.query;
         set(CURLOPT_URL, (endpoint_ + request.path + query).c_str());

@@ -23,7 +23,7 @@ testsupport::Finished start(const std::vector<std::string>& command, Environment
         const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): in a single thread
         if (value != nullptr) environment[name] = value;
     }
-    const auto finished = testsupport::run(command, environment, "/");
+    auto finished = testsupport::run(command, environment, "/");
     if (finished.status != 0) throw std::runtime_error("a worker failed: " + finished.err);
     return finished;
 }

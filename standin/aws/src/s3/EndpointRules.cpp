@@ -142,13 +142,9 @@ std::string_view whyNotTogether(const EndpointInput& input) {
     return {};
 }
 
-/// For messages: a password isn't for the log.
-std::string withoutUser(std::string url) {
-    const auto scheme = url.find("://");
-    const auto authority = scheme != std::string::npos ? scheme + 3 : 0;
-    const auto at = url.rfind('@');
-    if (at != std::string::npos && at >= authority) url.erase(authority, at + 1 - authority);
-    return url;
+/// For messages; an address that may hold a password isn't for the log.
+std::string quoted(const std::string& endpoint) {
+    return '`' + (endpoint.find('@') == std::string::npos ? endpoint : "...") + '`';
 }
 
 }  // namespace
@@ -169,8 +165,7 @@ std::variant<ResolvedEndpoint, EndpointFailure> resolveEndpoint(EndpointInput in
         return EndpointFailure{"Invalid region: region was not a valid DNS name."};
     const auto service = serviceUrl(input);
     if (!service) {
-        return EndpointFailure{"Custom endpoint `" + withoutUser(input.endpointOverride) +
-                               "` was not a valid URI"};
+        return EndpointFailure{"Custom endpoint " + quoted(input.endpointOverride) + " was not a valid URI"};
     }
     if (startsWith(input.bucket, "arn:")) return EndpointFailure{whyNotArn(input)};
 
