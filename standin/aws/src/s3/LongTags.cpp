@@ -18,13 +18,19 @@ constexpr std::array otherMarkup{Markup{"<?", "?>"}, Markup{"<!--", "-->"}, Mark
                                  Markup{"<!", ">"}};
 
 const Markup* findOtherMarkup(std::string_view text) {
+    if (text.size() < 2 || (text[1] != '?' && text[1] != '!')) return nullptr;
     for (const Markup& markup : otherMarkup)
         if (text.substr(0, markup.begin.size()) == markup.begin) return &markup;
     return nullptr;
 }
 
-/// Where the tag that the text begins with ends: a ">" in quotes doesn't end it.
+/// Where the tag that the text begins with ends: a ">" in quotes doesn't end it. Nearly every tag has no
+/// quotes.
 std::size_t endOfTag(std::string_view text) {
+    const std::size_t first = text.find('>');
+    const auto before = text.substr(0, first);
+    if (before.find('"') == none && before.find('\'') == none) return first;
+
     constexpr std::string_view outside = "\"'>";
     std::size_t at = text.find_first_of(outside);
     while (at != none && text[at] != '>') {
