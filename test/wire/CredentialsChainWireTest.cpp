@@ -4,13 +4,11 @@
 #include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <fl/i18n.hpp>
 #include <future>
 #include <optional>
 #include <system_error>
-#include <thread>
 
 #include "AwsS3ClientFactory.hpp"
 #include "ZRCredentialsProviderChain.hpp"
