@@ -29,7 +29,7 @@ integration: configure
 	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }
 	ctest --preset integration -j 2
 
-# The unit, wire and conformance tests and the fuzz corpora once more under each sanitizer.
+# The unit, wire, conformance and bundle tests and the fuzz corpora once more under each sanitizer.
 sanitizers:
 	tools/install-deps
 	for sanitizer in address undefined thread; do \
