@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+/// Names of headers and of service properties.
+namespace cppmicroservices::Constants {
+
+inline const std::string BUNDLE_SYMBOLICNAME = "bundle.symbolic_name";
+inline const std::string BUNDLE_VENDOR = "bundle.vendor";
+inline const std::string BUNDLE_VERSION = "bundle.version";
+inline const std::string BUNDLE_ACTIVATOR = "bundle.activator";
+
+inline const std::string OBJECTCLASS = "objectclass";
+inline const std::string SERVICE_ID = "service.id";
+inline const std::string SERVICE_RANKING = "service.ranking";
+
+}  // namespace cppmicroservices::Constants

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cppmicroservices/ServiceReferenceBase.h"
+
+#include <memory>
+
+namespace cppmicroservices {
+
+/// What the registrar of a service holds. The service stays registered when this goes, until Unregister() or
+/// until its bundle stops.
+class ServiceRegistrationBase {
+public:
+    ServiceRegistrationBase() = default;
+    explicit ServiceRegistrationBase(std::shared_ptr<detail::RegisteredService> service);
+
+    /// Whether the service is registered at this moment.
+    explicit operator bool() const;
+
+    /// Throws std::logic_error when the service isn't registered any more.
+    ServiceReferenceBase GetReference() const;
+
+    /// Withdraws the service. Who holds the object keeps it. Throws std::logic_error when it isn't registered
+    /// any more.
+    void Unregister();
+
+private:
+    std::shared_ptr<detail::RegisteredService> service_;
+};
+
+}  // namespace cppmicroservices
