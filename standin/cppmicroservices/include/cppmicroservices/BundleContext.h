@@ -13,14 +13,18 @@ namespace cppmicroservices {
 
 class BundleContextPrivate;
 
+namespace detail {
+class FrameworkCore;
+}
+
 /// A bundle's access to its framework. Valid while the bundle is active; afterwards everything throws
-/// std::runtime_error. Any thread may call any operation.
+/// IllegalStateException. Any thread may call any operation.
 class BundleContext {
 public:
     BundleContext() = default;
     explicit BundleContext(std::shared_ptr<BundleContextPrivate> context);
 
-    explicit operator bool() const { return context_ != nullptr; }
+    explicit operator bool() const;
 
     /// Installs a shared library from its path; nothing of it runs before it is started. A library that is
     /// installed already is given as it is. Throws std::runtime_error when the file can't be read, has no
@@ -58,8 +62,7 @@ public:
     }
     ServiceReferenceU GetServiceReference(const std::string& interfaceName) const;
 
-    /// The service's object, null when it isn't registered any more. Throws std::invalid_argument for a
-    /// reference that never named one.
+    /// The service's object. Throws std::invalid_argument when no such service is registered.
     template <class S>
     std::shared_ptr<S> GetService(const ServiceReference<S>& reference) const {
         return std::static_pointer_cast<S>(GetServiceObject(reference, us_service_interface_iid<S>()));
@@ -68,7 +71,7 @@ public:
 private:
     std::shared_ptr<void> GetServiceObject(const ServiceReferenceBase& reference,
                                            const std::string& interfaceName) const;
-    BundleContextPrivate& Valid() const;
+    std::shared_ptr<detail::FrameworkCore> Core() const;
 
     std::shared_ptr<BundleContextPrivate> context_;
 };

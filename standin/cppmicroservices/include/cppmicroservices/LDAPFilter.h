@@ -20,7 +20,7 @@ struct FilterNode;
 /// list matches when one of its values does.
 class LDAPFilter {
 public:
-    /// No filter: matches everything, and is false.
+    /// No filter: matches nothing, and is false.
     LDAPFilter() = default;
 
     /// Throws std::invalid_argument, which tells what is wrong and where.

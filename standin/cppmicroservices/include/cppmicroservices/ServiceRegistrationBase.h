@@ -13,8 +13,8 @@ public:
     ServiceRegistrationBase() = default;
     explicit ServiceRegistrationBase(std::shared_ptr<detail::RegisteredService> service);
 
-    /// Whether the service is registered at this moment.
-    explicit operator bool() const;
+    /// Whether it came of a registration, which may be over.
+    explicit operator bool() const { return service_ != nullptr; }
 
     /// Throws std::logic_error when the service isn't registered any more.
     ServiceReferenceBase GetReference() const;

@@ -1,0 +1,65 @@
+#include "bundle/ElfSection.hpp"
+
+#include <fcntl.h>
+#include <gelf.h>
+#include <libelf.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+
+namespace cppmicroservices::detail {
+
+namespace {
+
+class OpenFile {
+public:
+    explicit OpenFile(const std::string& path) : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (descriptor_ < 0) throw std::system_error(errno, std::generic_category(), "can't be opened");
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() { close(descriptor_); }
+
+    int descriptor() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
+
+using ElfFile = std::unique_ptr<Elf, decltype(&elf_end)>;
+
+ElfFile openElf(const OpenFile& file) {
+    elf_version(EV_CURRENT);
+    ElfFile elf(elf_begin(file.descriptor(), ELF_C_READ, nullptr), &elf_end);
+    if (!elf || elf_kind(elf.get()) != ELF_K_ELF) throw std::runtime_error("isn't a shared library (ELF)");
+    return elf;
+}
+
+Elf_Scn* findSection(Elf* elf, const std::string& wanted) {
+    std::size_t names = 0;
+    if (elf_getshdrstrndx(elf, &names) != 0) return nullptr;
+    for (Elf_Scn* section = elf_nextscn(elf, nullptr); section; section = elf_nextscn(elf, section)) {
+        GElf_Shdr header;
+        if (!gelf_getshdr(section, &header)) continue;
+        const char* name = elf_strptr(elf, names, header.sh_name);
+        if (name && wanted == name) return section;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::string readElfSection(const std::string& path, const std::string& section) {
+    const OpenFile file(path);
+    const ElfFile elf = openElf(file);
+    Elf_Scn* found = findSection(elf.get(), section);
+    if (!found) throw std::runtime_error("has no section " + section + ", so it holds no bundle");
+    const Elf_Data* data = elf_rawdata(found, nullptr);
+    if (!data || !data->d_buf) throw std::runtime_error("has a section " + section + " that can't be read");
+    return {static_cast<const char*>(data->d_buf), data->d_size};
+}
+
+}  // namespace cppmicroservices::detail

@@ -1,0 +1,28 @@
+#include "components/InstanceFunctions.hpp"
+
+#include "cppmicroservices/servicecomponent/ComponentException.hpp"
+
+namespace cppmicroservices::detail {
+
+namespace {
+
+std::string symbolOf(std::string name) {
+    for (auto colons = name.find("::"); colons != std::string::npos; colons = name.find("::"))
+        name.replace(colons, 2, "_");
+    return name;
+}
+
+}  // namespace
+
+InstanceFunctions::InstanceFunctions(const SharedLibrary& library, const std::string& implementationClass)
+    : create_(library.function<ComponentInstance*()>("NewInstance_" + symbolOf(implementationClass))),
+      destroy_(
+          library.function<void(ComponentInstance*)>("DeleteInstance_" + symbolOf(implementationClass))) {}
+
+InstanceFunctions::Instance InstanceFunctions::make() const {
+    Instance instance(create_(), destroy_);
+    if (!instance) throw service::component::ComponentException("the library made no instance");
+    return instance;
+}
+
+}  // namespace cppmicroservices::detail
