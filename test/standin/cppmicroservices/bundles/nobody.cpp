@@ -1,0 +1,1 @@
+extern "C" void _us_set_bundle_context_instance_nobody(void*) {}
