@@ -10,7 +10,8 @@ endif()
 
 set(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN ON)
 if(NOT S3PROVIDER_CPPMICROSERVICES STREQUAL "standin")
-  find_package(CppMicroServices 3 QUIET COMPONENTS DeclarativeServices)
+  # Its components don't look for one another: each comes after those that it links.
+  find_package(CppMicroServices 3 QUIET COMPONENTS Framework ServiceComponent usAsyncWorkService DeclarativeServices)
   if(CppMicroServices_FOUND AND TARGET usServiceComponent AND TARGET DeclarativeServices)
     set(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN OFF)
   elseif(S3PROVIDER_CPPMICROSERVICES STREQUAL "system")
@@ -25,12 +26,10 @@ if(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN)
   message(STATUS "CppMicroServices: stand-in")
 else()
   add_library(s3provider_cppmicroservices INTERFACE)
-  target_link_libraries(s3provider_cppmicroservices INTERFACE CppMicroServices usServiceComponent)
-  if(TARGET usAsyncWorkService)
-    # The Declarative Services bundle needs it, and its own run path doesn't say where it is.
-    target_link_libraries(s3provider_cppmicroservices INTERFACE
-      -Wl,--push-state,--no-as-needed usAsyncWorkService -Wl,--pop-state)
-  endif()
+  # The Declarative Services bundle needs the latter two in whatever process starts it, and its own run path doesn't say
+  # where they are.
+  target_link_libraries(s3provider_cppmicroservices INTERFACE CppMicroServices
+    -Wl,--push-state,--no-as-needed usServiceComponent usAsyncWorkService -Wl,--pop-state)
   add_library(s3provider::cppmicroservices ALIAS s3provider_cppmicroservices)
   set(S3PROVIDER_DECLARATIVE_SERVICES_BUNDLES "$<TARGET_FILE:DeclarativeServices>")
   message(STATUS "CppMicroServices: ${CppMicroServices_VERSION} in ${CppMicroServices_DIR}")
