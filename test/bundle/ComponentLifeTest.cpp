@@ -1,0 +1,165 @@
+#include <cppmicroservices/Any.h>
+#include <cppmicroservices/AnyMap.h>
+
+#include <algorithm>
+
+#include "RunningFramework.hpp"
+#include "ServedBucket.hpp"
+#include "conformance/AmazonTest.hpp"
+
+using namespace testsupport;
+using cppmicroservices::any_cast;
+using ::testing::Eq;
+using ::testing::IsEmpty;
+using ::testing::Pointee;
+using ::testing::SizeIs;
+
+namespace {
+
+class ComponentLife : public ::testing::Test {
+protected:
+    RunningFramework host;
+};
+
+TEST_F(ComponentLife, ShowsTheHostTheManifest) {
+    EXPECT_EQ(host.plugIn().GetSymbolicName(), "com_quorvex_s3provider");
+    const auto& manifest = host.plugIn().GetHeaders();
+    EXPECT_THAT(any_cast<std::string>(&manifest.at("identifier")), Pointee(Eq("orrery.remotedata.s3")));
+    EXPECT_THAT(any_cast<std::string>(&manifest.at("scheme")), Pointee(Eq("s3")));
+}
+
+TEST_F(ComponentLife, OffersNoFactoryWithoutAnInitializer) {
+    EXPECT_THAT(host.offers(), IsEmpty());
+}
+
+TEST_F(ComponentLife, OffersNoFactoryWithTheInitializerOfAnotherLibrary) {
+    for (const char* const library : {"aws-sdk-java", "aws-sdk-cpp-2", "AWS-SDK-CPP", ""})
+        host.registerInitializer(library);
+    EXPECT_THAT(host.offers(), IsEmpty());
+}
+
+TEST_F(ComponentLife, OffersAFactoryForTheSchemeOnceTheInitializerIsThere) {
+    host.registerInitializer();
+    EXPECT_THAT(host.offers("(scheme=s3)"), SizeIs(1));
+    EXPECT_THAT(host.offers("(scheme=file)"), IsEmpty());
+    ASSERT_THAT(host.offers(), SizeIs(1));
+    const auto scheme = host.offers().front().GetProperty("scheme");
+    EXPECT_THAT(any_cast<std::string>(&scheme), Pointee(Eq("s3")));
+}
+
+TEST_F(ComponentLife, OpensABucket) {
+    const ServedBucket bucket;
+    host.registerInitializer();
+    const auto factory = host.factory();
+    ASSERT_TRUE(factory);
+    EXPECT_EQ(readWhole(*factory->createProvider(bucket.iri), u"file"), bucket.content);
+}
+
+TEST_F(ComponentLife, GivesEverybodyTheSameFactory) {
+    host.registerInitializer();
+    EXPECT_EQ(host.factory(), host.factory());
+}
+
+TEST_F(ComponentLife, EndsWithTheInitializersRegistrationButNotForOpenedProviders) {
+    const ServedBucket bucket;
+    auto initializer = std::make_shared<Initializer>();
+    const std::weak_ptr<Initializer> held = initializer;
+    auto registration = host.registerInitializer("aws-sdk-cpp", std::move(initializer));
+    auto factory = host.factory();
+    ASSERT_TRUE(factory);
+    const auto provider = factory->createProvider(bucket.iri);
+
+    registration.Unregister();
+    registration = {};
+    EXPECT_THAT(host.offers(), IsEmpty());
+    EXPECT_FALSE(held.expired()) << "the factory is still held";
+    EXPECT_EQ(readWhole(*provider, u"file"), bucket.content);
+    factory.reset();
+    EXPECT_TRUE(held.expired());
+    EXPECT_EQ(readWhole(*provider, u"file"), bucket.content);
+}
+
+TEST_F(ComponentLife, BeginsAnewWithANewFactoryWhenTheInitializerReturns) {
+    auto registration = host.registerInitializer();
+    const auto first = host.factory();
+    registration.Unregister();
+    host.registerInitializer();
+    const auto second = host.factory();
+    ASSERT_TRUE(first);
+    ASSERT_TRUE(second);
+    EXPECT_NE(second, first);
+}
+
+TEST_F(ComponentLife, GoesOnWithAnotherInitializerWhenThereAreTwo) {
+    auto registration = host.registerInitializer();
+    host.registerInitializer();
+    ASSERT_TRUE(host.factory());
+    registration.Unregister();
+    EXPECT_TRUE(host.factory());
+}
+
+TEST_F(ComponentLife, EndsAndBeginsAnewWithTheBundle) {
+    host.registerInitializer();
+    EXPECT_TRUE(host.factory());
+    host.plugIn().Stop();
+    EXPECT_THAT(host.offers(), IsEmpty());
+    host.plugIn().Start();
+    EXPECT_TRUE(host.factory());
+    host.plugIn().Uninstall();
+    EXPECT_THAT(host.offers(), IsEmpty());
+}
+
+TEST_F(ComponentLife, IsEachFrameworksOwn) {
+    RunningFramework other;
+    host.registerInitializer();
+    EXPECT_THAT(other.offers(), IsEmpty());
+    other.registerInitializer();
+    const auto factory = host.factory();
+    const auto otherFactory = other.factory();
+    ASSERT_TRUE(factory);
+    ASSERT_TRUE(otherFactory);
+    EXPECT_NE(factory, otherFactory);
+    other.plugIn().Stop();
+    EXPECT_THAT(other.offers(), IsEmpty());
+    EXPECT_EQ(host.factory(), factory);
+}
+
+TEST(ProvidersOfAFramework, OutliveIt) {
+    const ServedBucket bucket;
+    std::shared_ptr<foundation::storage::provider::IProvider> provider;
+    {
+        RunningFramework host;
+        host.registerInitializer();
+        const auto factory = host.factory();
+        ASSERT_TRUE(factory);
+        provider = factory->createProvider(bucket.iri);
+    }
+    EXPECT_EQ(readWhole(*provider, u"file"), bucket.content);
+}
+
+class ReturningComponent : public AmazonTest {
+protected:
+    auto locationsAsked() const {
+        const auto requests = amazon.requests();
+        return std::count_if(requests.begin(), requests.end(),
+                             [](const auto& request) { return request.operation == "GetBucketLocation"; });
+    }
+
+    RunningFramework host;
+};
+
+TEST_F(ReturningComponent, RemembersNoRegion) {
+    const StorageIRI iri(u"s3://travelled");
+    auto registration = host.registerInitializer();
+    ASSERT_TRUE(host.factory());
+    host.factory()->createProvider(iri);
+    host.factory()->createProvider(iri);
+    EXPECT_EQ(locationsAsked(), 1);
+    registration.Unregister();
+    host.registerInitializer();
+    ASSERT_TRUE(host.factory());
+    host.factory()->createProvider(iri);
+    EXPECT_EQ(locationsAsked(), 2);
+}
+
+}  // namespace
