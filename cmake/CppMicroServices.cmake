@@ -10,8 +10,9 @@ endif()
 
 set(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN ON)
 if(NOT S3PROVIDER_CPPMICROSERVICES STREQUAL "standin")
-  # Its components don't look for one another: each comes after those that it links.
-  find_package(CppMicroServices 3 QUIET COMPONENTS Framework ServiceComponent usAsyncWorkService DeclarativeServices)
+  # In the order in which one needs the other; not every 3.x has the third.
+  find_package(CppMicroServices 3 QUIET
+    COMPONENTS Framework ServiceComponent OPTIONAL_COMPONENTS usAsyncWorkService DeclarativeServices)
   if(CppMicroServices_FOUND AND TARGET usServiceComponent AND TARGET DeclarativeServices)
     set(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN OFF)
   elseif(S3PROVIDER_CPPMICROSERVICES STREQUAL "system")

@@ -122,6 +122,7 @@ TEST_F(Services, NeedAnObject) {
 }
 
 TEST_F(Services, AreNotFoundByAMalformedFilter) {
+    add("knife");
     EXPECT_THROW(context_.GetServiceReferences<Tool>("(size=1"), std::invalid_argument);
 }
 

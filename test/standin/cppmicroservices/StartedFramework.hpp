@@ -15,7 +15,9 @@ namespace test {
 /// A framework with its Declarative Services running, the real one or the stand-in.
 class StartedFramework {
 public:
-    StartedFramework() : framework_(cppmicroservices::FrameworkFactory().NewFramework({}, &log_)) {
+    StartedFramework()
+        : framework_(cppmicroservices::FrameworkFactory().NewFramework(
+              cppmicroservices::FrameworkConfiguration(), &log_)) {
         framework_.Start();
         std::istringstream bundles(S3PROVIDER_DECLARATIVE_SERVICES);
         for (std::string path; std::getline(bundles, path, ':');)
