@@ -2,6 +2,9 @@
 #include <cppmicroservices/AnyMap.h>
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
 
 #include "RunningFramework.hpp"
 #include "ServedBucket.hpp"
@@ -122,6 +125,30 @@ TEST_F(ComponentLife, IsEachFrameworksOwn) {
     other.plugIn().Stop();
     EXPECT_THAT(other.offers(), IsEmpty());
     EXPECT_EQ(host.factory(), factory);
+}
+
+TEST_F(ComponentLife, ServesManyThreadsWhileInitializersComeAndGo) {
+    const ServedBucket bucket;
+    std::atomic<int> opened = 0;
+    const auto comeAndGo = [&] {
+        for (int round = 0; round < 50; ++round) {
+            auto registration = host.registerInitializer();
+            if (const auto factory = host.factory()) {
+                factory->createProvider(bucket.iri);
+                ++opened;
+            }
+            registration.Unregister();
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back(comeAndGo);
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_GT(opened, 0);
+    EXPECT_THAT(host.offers(), IsEmpty());
+    host.registerInitializer();
+    EXPECT_TRUE(host.factory());
 }
 
 TEST(ProvidersOfAFramework, OutliveIt) {
