@@ -77,6 +77,7 @@ PreferencesProxyType::PreferencesProxyType() {
 
 std::shared_ptr<webproxy::ProxyProvider> makeProxyProvider() {
     std::vector<std::shared_ptr<webproxy::ProxyTypeIntf>> sources;
+    sources.reserve(std::size(proxySources));
     for (const ProxySource& source : proxySources)
         sources.push_back(source.make());
     std::shared_ptr<webproxy::SystemProxiesIntf> system = std::make_shared<webproxy::DefaultSystemProxies>();

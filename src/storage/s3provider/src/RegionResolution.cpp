@@ -27,6 +27,7 @@ std::string regionFromEnvironment() {
     return {};
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): its callers give both away
 std::string regionFromProfileFile(std::string fileName, std::string profile) {
     Aws::Config::AWSConfigFileProfileConfigLoader file(fileName, false);
     if (!file.Load()) return {};
