@@ -16,7 +16,7 @@ demo: configure
 	tools/demo $(build_dir)
 
 test: build
-	ctest --preset dev -j 2
+	ctest --preset dev -j "$$(nproc)"
 
 # The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy. Tests skip what isn't installed; here
 # all of it must be.
@@ -27,7 +27,7 @@ integration: configure
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
 	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }
-	ctest --preset integration -j 2
+	ctest --preset integration -j "$$(nproc)"
 
 # The unit, wire, conformance and bundle tests and the fuzz corpora once more under each sanitizer.
 sanitizers:
