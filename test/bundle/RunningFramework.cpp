@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <sstream>
+#include <stdexcept>
 #include <utility>
 
 namespace testsupport {
@@ -45,7 +46,12 @@ std::vector<ServiceReference<PhysicalProviderFactory>> RunningFramework::offers(
 
 std::shared_ptr<PhysicalProviderFactory> RunningFramework::factory() {
     const auto found = offers();
-    return found.size() == 1 ? framework_.GetBundleContext().GetService(found.front()) : nullptr;
+    if (found.size() != 1) return nullptr;
+    try {
+        return framework_.GetBundleContext().GetService(found.front());
+    } catch (const std::invalid_argument&) {
+        return nullptr;  // what the real framework says of a service that was withdrawn meanwhile
+    }
 }
 
 }  // namespace testsupport
