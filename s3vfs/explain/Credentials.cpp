@@ -52,11 +52,14 @@ bool isOdd(const std::string& text) {
     return std::any_of(text.begin(), text.end(), [](char c) { return c <= ' ' || c > '~'; });
 }
 
+constexpr std::size_t lengthOfSecrets = 40;  // those of Amazon
+
 // Amazon's long-lived access keys begin with AKIA, those that need a session token with ASIA.
 void remarkOnPair(const AWSCredentials& credentials, std::vector<std::string>& remarks) {
     const std::string& key = credentials.GetAWSAccessKeyId();
     const bool token = !credentials.GetSessionToken().empty();
-    if (key.size() >= 40) remarks.emplace_back("the access key looks like a secret: are the two swapped?");
+    if (key.size() >= lengthOfSecrets || isAccessKeyOfAmazon(credentials.GetAWSSecretKey()))
+        remarks.emplace_back("the access key looks like a secret: are the two swapped?");
     if (isOdd(key) || isOdd(credentials.GetAWSSecretKey()) || isOdd(credentials.GetSessionToken()))
         remarks.emplace_back("there are blanks or other characters that keys don't have");
     if (beginsWith(key, "AKIA") && token)

@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "ConfigurationSources.hpp"
+#include "EnvironmentText.hpp"
 #include "ProxySources.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"
@@ -21,7 +22,8 @@ const char* nameOf(ProxyPlace place) {
 }
 
 std::string describe(const webproxy::ProxyInfo& proxy) {
-    const std::string address = addressShown(toUtf8(proxy.getHost())) + ":" + std::to_string(proxy.getPort());
+    const std::string address =
+        addressShown(toUtf8(proxy.getHost())) + ", port " + std::to_string(proxy.getPort());
     return proxy.getUserName().empty() && proxy.getPassword().empty() ? address : address + ", with a login";
 }
 
@@ -84,9 +86,9 @@ Section explainProxy(const Aws::Client::ClientConfiguration& configuration) {
         section.places.push_back({theSwitch, "OFF", "no proxy is looked for"});
         return section;
     }
-    section.places.push_back({theSwitch, variableShown(theSwitch), ""});
-    if (section.places.back().answer != notSet)
-        section.remarks.emplace_back("ZR_AWS_PROXY means something only if it is OFF, in capitals");
+    const bool isSet = !storage::s3provider::environmentText(theSwitch).empty();
+    section.places.push_back({theSwitch, isSet ? "set, not OFF" : notSet, ""});
+    if (isSet) section.remarks.emplace_back("ZR_AWS_PROXY means something only if it is OFF, in capitals");
     Survey survey(!configuration.proxyHost.empty(), section);
     for (const auto& source : storage::s3provider::proxySources)
         survey.add(nameOf(source.place), [&] { return proxyOf(source); });
