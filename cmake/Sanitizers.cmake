@@ -1,19 +1,21 @@
-# One sanitizer a build tree, for everything compiled in it. "fuzzer" is clang's libFuzzer with the address and
-# the undefined-behaviour sanitizer.
+# The sanitizers of a build tree, for everything compiled in it. "address" and "fuzzer", which is clang's libFuzzer,
+# have the undefined-behaviour sanitizer with them.
 if(S3PROVIDER_SANITIZER)
-  if(NOT S3PROVIDER_SANITIZER MATCHES "^(address|undefined|thread|fuzzer)$")
-    message(FATAL_ERROR "S3PROVIDER_SANITIZER is '${S3PROVIDER_SANITIZER}': use address, undefined, thread or fuzzer")
+  if(NOT S3PROVIDER_SANITIZER MATCHES "^(address|thread|fuzzer)$")
+    message(FATAL_ERROR "S3PROVIDER_SANITIZER is '${S3PROVIDER_SANITIZER}': use address, thread or fuzzer")
   endif()
   if(S3PROVIDER_SANITIZER STREQUAL "fuzzer")
     set(sanitizer_option -fsanitize=fuzzer-no-link,address,undefined)
+  elseif(S3PROVIDER_SANITIZER STREQUAL "address")
+    set(sanitizer_option -fsanitize=address,undefined)
   else()
-    set(sanitizer_option -fsanitize=${S3PROVIDER_SANITIZER})
+    set(sanitizer_option -fsanitize=thread)
   endif()
   add_compile_options(${sanitizer_option} -fno-omit-frame-pointer -g)
   # GCC takes what it instruments for uninitialised here and there.
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   add_link_options(${sanitizer_option})
-  if(S3PROVIDER_SANITIZER MATCHES "^(undefined|fuzzer)$")
+  if(S3PROVIDER_SANITIZER MATCHES "^(address|fuzzer)$")
     add_compile_options(-fno-sanitize-recover=all)
   endif()
   message(STATUS "Sanitizer: ${S3PROVIDER_SANITIZER}")
