@@ -2,7 +2,6 @@
 
 #include "bundle/ManifestJson.hpp"
 #include "bundle/ManifestNode.hpp"
-#include "bundle/ResourceArchive.hpp"
 #include "cppmicroservices/Constants.h"
 
 namespace cppmicroservices::detail {
@@ -17,8 +16,9 @@ bool isIdentifier(std::string_view name) {
 
 }  // namespace
 
-Manifest readManifest(std::string_view archive) {
-    const ManifestEntry entry = readManifestEntry(archive);
+Manifest readManifest(std::string_view archive) { return parseManifest(readManifestEntry(archive)); }
+
+Manifest parseManifest(const ManifestEntry& entry) {
     const nlohmann::json json = parseManifestJson(entry.text);
     const ManifestNode root(json);
 

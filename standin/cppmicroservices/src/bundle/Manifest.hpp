@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bundle/ResourceArchive.hpp"
 #include "components/ComponentDescription.hpp"
 #include "cppmicroservices/AnyMap.h"
 
@@ -18,5 +19,8 @@ struct Manifest {
 
 /// Reads a bundle's resources, a zip archive. Throws std::runtime_error, which tells what is wrong.
 Manifest readManifest(std::string_view archive);
+
+/// Understands a manifest's text. Throws the same.
+Manifest parseManifest(const ManifestEntry& entry);
 
 }  // namespace cppmicroservices::detail

@@ -7,7 +7,7 @@
 namespace cppmicroservices::detail {
 
 /// No manifest is larger than this many bytes.
-inline constexpr std::size_t maximumManifestSize = 1024 * 1024;
+inline constexpr std::size_t maximumManifestSize = 1 << 20;
 
 struct ManifestEntry {
     std::string folder;  // the bundle's name

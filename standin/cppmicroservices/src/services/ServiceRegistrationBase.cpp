@@ -11,7 +11,7 @@ ServiceRegistrationBase::ServiceRegistrationBase(std::shared_ptr<detail::Registe
     : service_(std::move(service)) {}
 
 ServiceReferenceBase ServiceRegistrationBase::GetReference() const {
-    const ServiceReferenceBase reference(service_);
+    ServiceReferenceBase reference(service_);
     if (!reference) throw std::logic_error("the service isn't registered any more");
     return reference;
 }
