@@ -79,7 +79,8 @@ private:
 
 }  // namespace
 
-Section explainProxy(const Aws::Client::ClientConfiguration& configuration) {
+Section explainProxy(const Answers& answers) {
+    const auto& configuration = answers.configuration;
     Section section{"Proxy", {}, {}};
     const char* const theSwitch = "ZR_AWS_PROXY";
     if (!storage::s3provider::usesProxies()) {

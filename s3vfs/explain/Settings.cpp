@@ -15,6 +15,8 @@ using storage::s3provider::RetrySetting;
 
 namespace {
 
+constexpr const char* schemeVariable = "ZR_AWS_SCHEME";
+
 void addCertificates(Section& section, const char* what, const CertificateSource& source,
                      const std::string& used) {
     const bool isChosen = !environmentText(source.variable).empty();
@@ -77,18 +79,20 @@ Section explainRetries(const Aws::Client::ClientConfiguration& configuration) {
     return section;
 }
 
-Section explainEndpoint() {
+Section explainEndpoint(const Aws::Client::ClientConfiguration& configuration) {
     Section section{"Endpoint", {}, {}};
     const std::string endpoint = storage::s3provider::endpointOverride();
     const bool isSet = !endpoint.empty();
     section.places.push_back({"ZR_AWS_ENDPOINT_OVERRIDE", isSet ? addressShown(endpoint) : notSet,
-                              isSet ? "it is set, so S3 isn't asked where the bucket is" : ""});
+                              isSet ? "it is set, so the plug-in doesn't ask where the bucket is" : ""});
     section.places.push_back({"Amazon", "the endpoint of the region", isSet ? "" : "no other is set"});
-    const bool isHttp = environmentText("ZR_AWS_SCHEME") == "HTTP";
-    section.places.push_back(
-        {"ZR_AWS_SCHEME", variableShown("ZR_AWS_SCHEME"),
-         isHttp ? "HTTP where the endpoint doesn't say" : "HTTPS where the endpoint doesn't say"});
-    if (!isHttp && section.places.back().answer != notSet && environmentText("ZR_AWS_SCHEME") != "HTTPS")
+    const bool isHttp = configuration.scheme == Aws::Http::Scheme::HTTP;
+    const std::string scheme = variableShown(schemeVariable);
+    const std::string use = std::string(isHttp ? "HTTP" : "HTTPS") + " where the endpoint doesn't say";
+    section.places.push_back({schemeVariable, scheme, isSet ? use : ""});
+    if (!isSet && isHttp)
+        section.remarks.emplace_back("HTTP has no effect: Amazon's endpoints are spoken to by HTTPS");
+    if (!isHttp && scheme != notSet && scheme != "HTTPS")
         section.remarks.emplace_back("ZR_AWS_SCHEME is HTTPS unless it is HTTP, in capitals");
     return section;
 }

@@ -28,11 +28,11 @@ using nlohmann::json;
 ///                list must be contained piece by piece, in this order
 ///   requests     what the server must have been asked, in order: "GetObject key, N bytes down, M bytes up"
 ///   objects      what bucket demo holds at first, beside the usual; {"key": "content"}
-///   faults       failures planned on the server, in the words of its --fault option
+///   faults       failures planned on the server, in the words of its --fault option, or an answer by its
+///                "status", "headers", "body" and "operation"
 ///   left         what bucket demo must hold afterwards, where it matters
 ///   odd_key      true for a key with empty or dot segments, which the AWS SDK takes for another one; the
-///   case is
-///                only for its stand-in
+///                case is only for its stand-in
 struct Case {
     std::string name;
     json content;
@@ -82,6 +82,14 @@ void expectText(const std::string& actual, const json& expected) {
     }
 }
 
+s3server::Fault faultFrom(const json& fault) {
+    if (fault.is_string()) return s3server::Fault::parse(fault.get<std::string>());
+    s3server::Headers headers;
+    for (const auto& [name, value] : fault.at("headers").items())
+        headers.emplace_back(name, value);
+    return s3server::Fault::reply(fault.at("status"), headers, fault.at("body")).on(fault.at("operation"));
+}
+
 class CommandLine : public ::testing::TestWithParam<Case> {
 protected:
     CommandLine() {
@@ -92,7 +100,7 @@ protected:
             server.putObject("demo", key, value);
         const json faults = content().value("faults", json::array());
         for (const auto& fault : faults)
-            server.plan(s3server::Fault::parse(fault.get<std::string>()));
+            server.plan(faultFrom(fault));
         const json files = content().value("home", json::object());
         for (const auto& [name, text] : files.items())
             write(home.path() / name, filledIn(text));
