@@ -4,11 +4,13 @@
 #include "ConfigurationSources.hpp"
 #include "EnvironmentText.hpp"
 #include "ProxySources.hpp"
+#include "explain/NoProxy.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"
 
 namespace s3vfs::explain {
 
+using storage::s3provider::environmentText;
 using storage::s3provider::ProxyPlace;
 
 namespace {
@@ -63,8 +65,8 @@ private:
 
     void addAnswer(const char* name, const std::optional<webproxy::ProxyInfo>& proxy) {
         const bool wins = proxy && anyIsUsed_ && !found_;
-        section_.places.push_back(
-            {name, proxy ? describe(*proxy) : "none", wins ? "the first that knows of a proxy" : ""});
+        section_.places.push_back({name, proxy ? describe(*proxy) : "no HTTP proxy",
+                                   wins ? "the first that knows of a proxy" : ""});
         if (wins && proxy->getHost().find_first_of(L"/@") != std::wstring::npos)
             section_.remarks.emplace_back("its host must be a name alone, without scheme, user and port");
         if (wins && (proxy->getPort() < 1 || proxy->getPort() > 65535))
@@ -77,27 +79,64 @@ private:
     Section& section_;
 };
 
+void addSwitch(Section& section) {
+    const char* const variable = "ZR_AWS_PROXY";
+    if (!storage::s3provider::usesProxies()) {
+        section.places.push_back({variable, "OFF", "no proxy is looked for"});
+    } else if (environmentText(variable).empty()) {
+        section.places.push_back({variable, notSet, ""});
+    } else {
+        section.places.push_back({variable, "set, not OFF", ""});
+        section.remarks.emplace_back("ZR_AWS_PROXY means something only if it is OFF, in capitals");
+    }
+}
+
+bool namesAmazon() {
+    return needsNoProxy(toUtf8(storage::s3provider::proxyLookupUrl()));
+}
+
+const char* noProxyVariable() {
+    const bool isCapital = environmentText("no_proxy").empty() && !environmentText("NO_PROXY").empty();
+    return isCapital ? "NO_PROXY" : "no_proxy";
+}
+
+Place placeOfNoProxy() {
+    return {noProxyVariable(), variableShown(noProxyVariable()),
+            namesAmazon() ? "it names s3.amazonaws.com, which keeps all proxies away" : ""};
+}
+
+/// The host library goes by the URL for which proxies are looked for, libcurl by the host of each request.
+void remarkOnDirectRequests(Section& section, const std::string& url) {
+    const std::string variable = noProxyVariable();
+    if (needsNoProxy(url)) {
+        section.remarks.push_back(variable + " names the host of the requests: libcurl goes there directly");
+    } else if (environmentText(variable.c_str()).find('/') != std::string::npos) {
+        section.remarks.push_back(variable + " holds a network: libcurl goes to its addresses directly");
+    }
+}
+
+const char* reasonOfNone(bool found) {
+    if (namesAmazon()) return "no_proxy says so";
+    return found ? "the search failed" : "no place gave a proxy";
+}
+
 }  // namespace
 
 Section explainProxy(const Answers& answers) {
-    const auto& configuration = answers.configuration;
     Section section{"Proxy", {}, {}};
-    const char* const theSwitch = "ZR_AWS_PROXY";
-    if (!storage::s3provider::usesProxies()) {
-        section.places.push_back({theSwitch, "OFF", "no proxy is looked for"});
-        return section;
-    }
-    const bool isSet = !storage::s3provider::environmentText(theSwitch).empty();
-    section.places.push_back({theSwitch, isSet ? "set, not OFF" : notSet, ""});
-    if (isSet) section.remarks.emplace_back("ZR_AWS_PROXY means something only if it is OFF, in capitals");
-    Survey survey(!configuration.proxyHost.empty(), section);
+    const bool isUsed = !answers.configuration.proxyHost.empty();
+    addSwitch(section);
+    if (!storage::s3provider::usesProxies()) return section;
+    section.places.push_back(placeOfNoProxy());
+    Survey survey(isUsed, section);
     for (const auto& source : storage::s3provider::proxySources)
         survey.add(nameOf(source.place), [&] { return proxyOf(source); });
     survey.add("the system", proxyOfSystem);
-    if (!configuration.proxyHost.empty()) return section;
-    section.places.push_back({"none", "a direct connection", "no place gave a proxy"});
-    if (survey.found())
-        section.places.back().use = "the proxies found don't count: no_proxy, or a failed search";
+    if (isUsed) {
+        remarkOnDirectRequests(section, bucketUrl(answers));
+    } else {
+        section.places.push_back({"none", "a direct connection", reasonOfNone(survey.found())});
+    }
     return section;
 }
 
