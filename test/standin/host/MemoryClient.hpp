@@ -25,7 +25,9 @@ public:
 
     std::map<std::string, std::string> objects;
     std::size_t pageSize = 1000;
-    bool emptyPageFirst = false;  ///< every listing begins with a page without entries
+    bool emptyPageFirst = false;                       ///< every listing begins with a page without entries
+    boost::optional<std::vector<std::string>> listed;  ///< names on every page, whatever is asked for
+    std::string lastToken;                             ///< follows every page that would be the last
     bool rootIsValid = true;
     long long downloadSurplus = 0;   ///< bytes given beyond those asked for, or kept back
     std::vector<std::string> calls;  ///< as `download key 0-9`
@@ -45,6 +47,7 @@ public:
     std::vector<EntryInfo> list(const std::string& prefix, std::string& token,
                                 const storage::cloudprovider::ListOptions& options) override {
         note("list " + prefix);
+        if (listed) return everyPage(token);
         if (emptyPageFirst && token.empty()) {
             token = "after nothing";
             return {};
@@ -55,7 +58,7 @@ public:
         const auto limit = options.MaxNumEntries > 0 ? std::size_t(options.MaxNumEntries) : pageSize;
         for (; next != names.end() && page.size() < limit; ++next)
             page.push_back(infoOf(*next));
-        token = next == names.end() ? "" : page.back().name;
+        token = next == names.end() ? lastToken : page.back().name;
         return page;
     }
 
@@ -99,6 +102,14 @@ private:
     void note(std::string call) {
         const std::lock_guard lock(mutex_);
         calls.push_back(std::move(call));
+    }
+
+    std::vector<EntryInfo> everyPage(std::string& token) const {
+        std::vector<EntryInfo> page;
+        for (const std::string& name : *listed)
+            page.push_back(infoOf(name));
+        token = lastToken;
+        return page;
     }
 
     EntryInfo infoOf(const std::string& name) const {

@@ -29,6 +29,30 @@ Entry entryOf(const EntryInfo& info) {
     return info.name.back() == '/' ? folderEntry(info.name) : fileEntry(info);
 }
 
+bool beginsWith(const std::string& name, const std::string& prefix) {
+    return name.compare(0, prefix.size(), prefix) == 0;
+}
+
+/// Whether the name is one segment longer than the prefix; a folder's has "/" behind it.
+bool isChild(const std::string& name, const std::string& prefix) {
+    return name.size() > prefix.size() && beginsWith(name, prefix) &&
+           name.find('/', prefix.size()) >= name.size() - 1;
+}
+
+void require(bool asExpected, const char16_t* identifier) {
+    if (!asExpected) throw UnknownErrorException(CloudException::ExceptionContext(identifier));
+}
+
+/// The page that the token stands for, and in its place the next one's. The same again would be asked for
+/// without end.
+std::vector<EntryInfo> takePage(CloudClient& client, const std::string& prefix, std::string& token,
+                                const ListOptions& options) {
+    const std::string taken = token;
+    auto page = client.list(prefix, token, options);
+    require(token.empty() || token != taken, u"unexpected_token");
+    return page;
+}
+
 }  // namespace
 
 CloudProvider::CloudProvider(std::shared_ptr<CloudClient> client, bool checkRoot)
@@ -53,9 +77,11 @@ std::vector<Entry> CloudProvider::list(const std::u16string& folder) {
     std::vector<Entry> children;
     std::string token;
     do {
-        for (const EntryInfo& info : client_->list(prefix, token, {"/", 0})) {
+        for (const EntryInfo& info : takePage(*client_, prefix, token, {"/", 0})) {
             // The folder's own marker, an object of its name, isn't in it.
-            if (info.name != prefix) children.push_back(entryOf(info));
+            if (info.name == prefix) continue;
+            require(isChild(info.name, prefix), u"unexpected_entry");
+            if (hasPath(info.name)) children.push_back(entryOf(info));
         }
     } while (!token.empty());
     return children;
@@ -80,7 +106,10 @@ void CloudProvider::remove(const std::u16string& path) {
 bool CloudProvider::anyKeyBelow(const std::string& prefix) const {
     std::string token;
     do {
-        if (!client_->list(prefix, token, {"", 1}).empty()) return true;
+        const auto page = takePage(*client_, prefix, token, {"", 1});
+        if (page.empty()) continue;
+        require(beginsWith(page.front().name, prefix), u"unexpected_entry");
+        return true;
     } while (!token.empty());
     return false;
 }

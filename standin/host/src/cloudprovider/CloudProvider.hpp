@@ -8,6 +8,9 @@
 namespace storage::cloudprovider {
 
 /// Files and implied folders out of the keys of one bucket. It has no state but the client.
+///
+/// A listing that can't be true is an UnknownErrorException: with the identifier "unexpected_entry" when it
+/// has something that isn't directly in the folder, with "unexpected_token" when the next page is the same.
 class CloudProvider : public foundation::storage::provider::IProvider {
 public:
     CloudProvider(std::shared_ptr<CloudClient> client, bool checkRoot);

@@ -2,6 +2,8 @@
 
 #include "fl/i18n.hpp"
 
+#include <utf8.h>
+
 #include <stdexcept>
 
 namespace storage::cloudprovider {
@@ -25,6 +27,10 @@ std::string prefixOf(const std::u16string& folder) {
     std::string prefix = keyOf(folder);
     if (!prefix.empty() && prefix.back() != '/') prefix += '/';
     return prefix;
+}
+
+bool hasPath(const std::string& key) {
+    return utf8::is_valid(key.begin(), key.end());
 }
 
 std::u16string nameOf(const std::string& key) {

@@ -63,7 +63,8 @@ public:
     /// others the file comes first.
     virtual boost::optional<Entry> stat(const std::u16string& path) = 0;
 
-    /// The direct children of a folder, in no particular order. A file and a folder may have one name.
+    /// The direct children of a folder, in no particular order. A file and a folder may have one name. Those
+    /// whose names in the storage aren't UTF-8 are left out: no path leads to them.
     virtual std::vector<Entry> list(const std::u16string& folder) = 0;
 
     /// Opens a file for reading; throws when it doesn't exist.
