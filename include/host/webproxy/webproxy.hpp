@@ -62,7 +62,8 @@ public:
 /// comes after a direct connection. A proxy without port has 80.
 class DefaultSystemProxies : public SystemProxiesIntf {
 public:
-    /// Throws fl::i18n::conversion_error when a proxy's name or password isn't UTF-8.
+    /// Throws fl::i18n::conversion_error for a URL that isn't well-formed wide text, and when a proxy's name
+    /// or password isn't UTF-8.
     std::vector<ProxyInfo> getProxies(const std::wstring& url) override;
 };
 
@@ -81,8 +82,8 @@ public:
     /// below it, a leading dot changes nothing, `name:port` is for that port only, `*` is for everything.
     ///
     /// A URL's answer is found once; the reference is valid for the life of the provider. Any thread, while
-    /// no other changes the environment. Throws std::invalid_argument for what isn't a URL with a host, and
-    /// what a source throws.
+    /// no other changes the environment. Throws std::invalid_argument for what isn't a URL with a host,
+    /// fl::i18n::conversion_error for what isn't well-formed wide text, and what a source throws.
     const std::vector<ProxyInfo>& getProxyListForUrl(const std::wstring& url);
 
 private:

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fl/i18n.hpp>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -19,6 +20,7 @@ using webproxy::ProxyTypeIntf;
 using webproxy::SystemProxiesIntf;
 
 const std::wstring url = L"https://s3.amazonaws.com/";
+const std::wstring noCodePoint(1, wchar_t(0xD800));
 
 class OneProxy : public ProxyTypeIntf {
 public:
@@ -155,6 +157,10 @@ TEST_F(ProxyChoice, RefusesWhatIsNoUrlWithAHost) {
         EXPECT_THROW(choice.getProxyListForUrl(text), std::invalid_argument);
 }
 
+TEST_F(ProxyChoice, RefusesTextThatIsNone) {
+    EXPECT_THROW(provider({}).getProxyListForUrl(L"https://" + noCodePoint), fl::i18n::conversion_error);
+}
+
 class SystemProxies : public testing::Test {
 protected:
     std::vector<ProxyInfo> proxies() { return webproxy::DefaultSystemProxies().getProxies(url); }
@@ -183,6 +189,10 @@ TEST_F(SystemProxies, HonourNoProxy) {
 TEST_F(SystemProxies, LeaveOutSocks) {
     environment.set("https_proxy", "socks5://proxy.example:1080");
     EXPECT_THAT(proxies(), IsEmpty());
+}
+
+TEST_F(SystemProxies, ArentThoseOfTextThatIsNone) {
+    EXPECT_THROW(webproxy::DefaultSystemProxies().getProxies(noCodePoint), fl::i18n::conversion_error);
 }
 
 TEST_F(SystemProxies, MayBeAskedForByManyThreads) {

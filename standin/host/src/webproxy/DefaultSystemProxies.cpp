@@ -1,10 +1,9 @@
+#include "fl/i18n.hpp"
 #include "webproxy/ProxyUrls.hpp"
 #include "webproxy/webproxy.hpp"
 
 #include <proxy.h>
-#include <utf8.h>
 
-#include <iterator>
 #include <memory>
 #include <mutex>
 
@@ -32,9 +31,7 @@ std::vector<std::string> systemProxyUrls(const std::string& url) {
 }  // namespace
 
 std::vector<ProxyInfo> DefaultSystemProxies::getProxies(const std::wstring& url) {
-    std::string narrow;
-    utf8::utf32to8(url.begin(), url.end(), std::back_inserter(narrow));
-    return httpProxiesAmong(systemProxyUrls(narrow));
+    return httpProxiesAmong(systemProxyUrls(fl::i18n::to_string(fl::i18n::to_ustring(url))));
 }
 
 }  // namespace webproxy

@@ -4,18 +4,12 @@
 #include "webproxy/NoProxy.hpp"
 #include "webproxy/webproxy.hpp"
 
-#include <utf8.h>
-
-#include <iterator>
-
 namespace webproxy {
 
 namespace {
 
 Address destinationOf(const std::wstring& url) {
-    std::string narrow;
-    utf8::utf32to8(url.begin(), url.end(), std::back_inserter(narrow));
-    return addressOf(standin::parseUri(narrow));
+    return addressOf(standin::parseUri(fl::i18n::to_string(fl::i18n::to_ustring(url))));
 }
 
 std::string noProxyList() {
