@@ -9,6 +9,7 @@
 #include <string>
 
 #include "support/Environment.hpp"
+#include "support/TemporaryFolder.hpp"
 
 namespace {
 
@@ -90,11 +91,7 @@ TEST(Settings, RefuseWhatIsNotAJsonObject) {
 
 class SettingsFiles : public testing::Test {
 protected:
-    SettingsFiles() { std::filesystem::create_directories(folder); }
-    ~SettingsFiles() override {
-        useSettingsRoot(nullptr);
-        std::filesystem::remove_all(folder);
-    }
+    ~SettingsFiles() override { useSettingsRoot(nullptr); }
 
     std::string write(const std::string& name, const std::string& content) {
         const auto file = folder / name;
@@ -103,8 +100,8 @@ protected:
         return file;
     }
 
-    std::filesystem::path folder =
-        testing::TempDir() + "/" + testing::UnitTest::GetInstance()->current_test_info()->name();
+    const testsupport::TemporaryFolder temporary;
+    const std::filesystem::path& folder = temporary.path();
     testsupport::Environment environment{
         {"S3VFS_SETTINGS", std::nullopt}, {"XDG_CONFIG_HOME", std::nullopt}, {"HOME", folder.string()}};
 };
@@ -156,6 +153,28 @@ TEST_F(SettingsFiles, ThatCannotBeReadAreAnError) {
         environment.set("S3VFS_SETTINGS", name);
         EXPECT_THAT([] { currentRoot(); }, ThrowsMessage<SettingsError>(HasSubstr(name)));
     }
+}
+
+TEST_F(SettingsFiles, ThatNeverEndAreAnError) {
+    environment.set("S3VFS_SETTINGS", "/dev/zero");
+    EXPECT_THAT([] { currentRoot(); },
+                ThrowsMessage<SettingsError>("settings file '/dev/zero': it is larger than 4 MiB"));
+}
+
+TEST_F(SettingsFiles, MayHaveFourMebibytes) {
+    const std::string content = withProxyHost("large");
+    constexpr std::size_t largest = std::size_t(4) << 20U;
+    const auto file = write("large.json", content + std::string(largest - content.size(), ' '));
+    environment.set("S3VFS_SETTINGS", file);
+    EXPECT_EQ(proxyHost(*currentRoot()), u"large");
+    std::ofstream(file, std::ios::app) << ' ';
+    EXPECT_THAT([] { currentRoot(); }, ThrowsMessage<SettingsError>(HasSubstr("larger than 4 MiB")));
+}
+
+TEST_F(SettingsFiles, OfNamesThatNoFileHasArentQuoted) {
+    environment.set("S3VFS_SETTINGS", std::string(100000, 'a'));
+    EXPECT_THAT([] { currentRoot(); },
+                ThrowsMessage<SettingsError>("no settings file has a name of 100000 bytes"));
 }
 
 TEST_F(SettingsFiles, GiveWayToTheRootThatIsUsedInstead) {

@@ -2,9 +2,9 @@
 
 #include "fl/i18n.hpp"
 
+#include <climits>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <system_error>
 
@@ -15,6 +15,8 @@ namespace {
 using core::Settings;
 using core::SettingsError;
 using std::filesystem::path;
+
+constexpr std::size_t largestFile = std::size_t(4) << 20U;
 
 path environmentPath(const char* variable) {
     return fl::i18n::getenv(variable);
@@ -33,13 +35,19 @@ path userFile() {
 }
 
 std::string contentOf(const path& file) {
-    const std::ifstream in(file, std::ios::binary);
-    std::ostringstream content;
-    if (!(content << in.rdbuf())) throw SettingsError("it is empty or can't be read");
-    return content.str();
+    std::ifstream in(file, std::ios::binary);
+    std::string content(largestFile + 1, '\0');
+    in.read(content.data(), static_cast<std::streamsize>(content.size()));
+    content.resize(static_cast<std::size_t>(in.gcount()));
+    if (content.empty()) throw SettingsError("it is empty or can't be read");
+    if (content.size() > largestFile) throw SettingsError("it is larger than 4 MiB");
+    return content;
 }
 
 std::shared_ptr<Settings> read(const path& file) {
+    const std::size_t length = file.native().size();
+    if (length >= PATH_MAX)
+        throw SettingsError("no settings file has a name of " + std::to_string(length) + " bytes");
     try {
         return Settings::fromJson(contentOf(file));
     } catch (const SettingsError& error) {
