@@ -13,6 +13,7 @@
 #include "MemoryClient.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/Environment.hpp"
+#include "support/TemporaryFolder.hpp"
 
 namespace {
 
@@ -306,16 +307,14 @@ TEST_F(CloudProviderWrite, EndsWithItsCommit) {
 }
 
 TEST_F(CloudProviderWrite, LeavesNoTemporaryFileBehind) {
-    const std::filesystem::path folder = testing::TempDir() + "/writer";
-    std::filesystem::create_directory(folder);
-    const Environment environment{{"TMPDIR", folder.string()}};
+    const TemporaryFolder folder;
+    const Environment environment{{"TMPDIR", folder.path().string()}};
     const auto writer = provider->openWrite(u"/f");
     writer->write("text", 4);
-    EXPECT_TRUE(std::filesystem::is_empty(folder));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
     writer->commit();
     EXPECT_EQ(bucket->objects.at("f"), "text");
-    EXPECT_TRUE(std::filesystem::is_empty(folder));
-    std::filesystem::remove(folder);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST_F(CloudProviderWrite, NeedsAFolderForItsTemporaryFile) {

@@ -8,6 +8,8 @@
 #include <fl/i18n.hpp>
 #include <fstream>
 
+#include "support/TemporaryFolder.hpp"
+
 namespace {
 
 using boost::posix_time::to_iso_extended_string;
@@ -16,7 +18,6 @@ using fl::filesystem::file_status;
 class FileStatus : public testing::Test {
 protected:
     FileStatus() { std::ofstream(file) << "text"; }
-    ~FileStatus() override { std::filesystem::remove(file); }
 
     void setTime(std::time_t seconds, long nanoseconds) const {
         const timespec times[] = {{seconds, nanoseconds}, {seconds, nanoseconds}};
@@ -25,7 +26,8 @@ protected:
 
     file_status current() const { return fl::filesystem::status(file); }
 
-    std::filesystem::path file = testing::TempDir() + "/status-\u00FC";
+    const testsupport::TemporaryFolder folder;
+    const std::filesystem::path file = folder.path() / "status-\u00FC";
 };
 
 TEST_F(FileStatus, HasTheModificationTimeToTheMicrosecond) {
