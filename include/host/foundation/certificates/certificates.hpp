@@ -10,7 +10,7 @@ namespace foundation::certificates {
 std::string getSystemCertificatesFile();
 
 /// The folder with one file a certificate, named by OpenSSL's hashes; UTF-8, empty when none of the known
-/// ones exists.
+/// ones has such files.
 std::string getSystemCertificatesFolder();
 
 }  // namespace foundation::certificates

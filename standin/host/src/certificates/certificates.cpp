@@ -1,6 +1,7 @@
 #include "foundation/certificates/certificates.hpp"
 
 #include "certificates/FirstExisting.hpp"
+#include "certificates/HashedFolder.hpp"
 
 #include <filesystem>
 #include <system_error>
@@ -21,20 +22,15 @@ constexpr std::string_view files[] = {
 };
 
 constexpr std::string_view folders[] = {
-    "/etc/ssl/certs",                     // Debian, Ubuntu, Arch, Alpine, SUSE
-    "/etc/pki/tls/certs",                 // Fedora, RHEL
-    "/opt/homebrew/etc/openssl@3/certs",  // macOS with Homebrew
-    "/usr/local/etc/openssl@3/certs",     // the same on Intel
+    "/etc/ssl/certs",                                  // Debian, Ubuntu, Arch, Alpine, SUSE
+    "/etc/pki/ca-trust/extracted/pem/directory-hash",  // Fedora, whose /etc/ssl/certs may not be hashed
+    "/opt/homebrew/etc/openssl@3/certs",               // macOS with Homebrew
+    "/usr/local/etc/openssl@3/certs",                  // the same on Intel
 };
 
 bool isFile(std::string_view path) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(path, ignored);
-}
-
-bool isFolder(std::string_view path) {
-    std::error_code ignored;
-    return std::filesystem::is_directory(path, ignored);
 }
 
 }  // namespace
@@ -44,7 +40,7 @@ std::string getSystemCertificatesFile() {
 }
 
 std::string getSystemCertificatesFolder() {
-    return firstExisting(folders, isFolder);
+    return firstExisting(folders, isHashedFolder);
 }
 
 }  // namespace foundation::certificates
