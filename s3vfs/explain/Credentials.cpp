@@ -4,6 +4,7 @@
 
 #include "ConfigurationSources.hpp"
 #include "CredentialsSources.hpp"
+#include "EnvironmentText.hpp"
 #include "ZRCredentialsProviderChain.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"
@@ -14,6 +15,7 @@ using Aws::Auth::AWSCredentials;
 using storage::s3provider::areComplete;
 using storage::s3provider::CredentialsPlace;
 using storage::s3provider::CredentialsSource;
+using storage::s3provider::environmentText;
 
 namespace {
 
@@ -29,11 +31,13 @@ std::string nameOf(CredentialsPlace place) {
         case CredentialsPlace::MetadataService:
             break;
     }
-    return "metadata service of the machine";
+    const std::string address = environmentText("AWS_EC2_METADATA_SERVICE_ENDPOINT");
+    return "metadata service " + (address.empty() ? "of the machine" : "at " + addressShown(address));
 }
 
 std::string describe(const AWSCredentials& credentials) {
-    if (credentials.IsEmpty()) return "nothing";
+    if (credentials.IsEmpty())
+        return credentials.GetSessionToken().empty() ? "nothing" : "a session token alone";
     if (credentials.GetAWSAccessKeyId().empty()) return "a secret without access key";
     const std::string key = accessKeyShown(credentials.GetAWSAccessKeyId());
     if (credentials.GetAWSSecretKey().empty()) return key + " without secret";
