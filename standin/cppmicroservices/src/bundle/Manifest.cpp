@@ -16,7 +16,9 @@ bool isIdentifier(std::string_view name) {
 
 }  // namespace
 
-Manifest readManifest(std::string_view archive) { return parseManifest(readManifestEntry(archive)); }
+Manifest readManifest(std::string_view archive) {
+    return parseManifest(readManifestEntry(archive));
+}
 
 Manifest parseManifest(const ManifestEntry& entry) {
     const nlohmann::json json = parseManifestJson(entry.text);
