@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <regex>
 #include <s3server/Server.hpp>
 #include <sstream>
 
+#include "cli/AmazonsPlace.hpp"
 #include "support/Process.hpp"
 #include "support/TemporaryFolder.hpp"
 
@@ -31,6 +33,9 @@ using nlohmann::json;
 ///   faults       failures planned on the server, in the words of its --fault option, or an answer by its
 ///                "status", "headers", "body" and "operation"
 ///   left         what bucket demo must hold afterwards, where it matters
+///   amazon       true: the server is in Amazon's place, by a proxy and a certificate. No endpoint and no
+///                region are set then
+///   tunnels      what that proxy must have been asked for, in order: "HOST:PORT"
 ///   odd_key      true for a key with empty or dot segments, which the AWS SDK takes for another one; the
 ///                case is only for its stand-in
 struct Case {
@@ -93,6 +98,7 @@ s3server::Fault faultFrom(const json& fault) {
 class CommandLine : public ::testing::TestWithParam<Case> {
 protected:
     CommandLine() {
+        if (amazon) amazon->lead(server);
         server.createBucket("demo", "eu-west-3");
         server.putObject("demo", "hello.txt", "hello world");
         const json objects = content().value("objects", json::object());
@@ -133,17 +139,17 @@ protected:
         return words;
     }
 
-    std::map<std::string, std::string> environment() const {
-        std::map<std::string, std::string> variables = {
-            {"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
-            {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey},
-            {"AWS_REGION", "eu-west-3"},
-            {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
-            {"AWS_EC2_METADATA_DISABLED", "true"},
-            {"AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://127.0.0.1:1"},
-            {"ZR_AWS_PROXY", "OFF"},
-            {"ZR_AWS_RETRYTIMEMS", "0"},
-            {"HOME", home.path().string()}};
+    testsupport::Variables environment() const {
+        testsupport::Variables variables = {{"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
+                                            {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey},
+                                            {"AWS_REGION", "eu-west-3"},
+                                            {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
+                                            {"AWS_EC2_METADATA_DISABLED", "true"},
+                                            {"AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://127.0.0.1:1"},
+                                            {"ZR_AWS_PROXY", "OFF"},
+                                            {"ZR_AWS_RETRYTIMEMS", "0"},
+                                            {"HOME", home.path().string()}};
+        if (amazon) amazon->changeVariables(variables);
         const json changes = content().value("environment", json::object());
         for (const auto& [name, value] : changes.items()) {
             variables.erase(name);
@@ -162,7 +168,13 @@ protected:
         return texts;
     }
 
-    s3server::Server server;
+    static std::unique_ptr<testsupport::AmazonsPlace> amazonIfWanted() {
+        return GetParam().content.value("amazon", false) ? std::make_unique<testsupport::AmazonsPlace>()
+                                                         : nullptr;
+    }
+
+    const std::unique_ptr<testsupport::AmazonsPlace> amazon = amazonIfWanted();
+    s3server::Server server{amazon ? amazon->serverOptions() : s3server::Options()};
     testsupport::TemporaryFolder home;
 };
 
@@ -179,6 +191,9 @@ TEST_P(CommandLine, DoesAndSaysWhatTheCaseTells) {
     }
     if (content().contains("left")) {
         EXPECT_EQ(json(server.keys("demo")), content().at("left"));
+    }
+    if (content().contains("tunnels")) {
+        EXPECT_EQ(json(amazon->tunnels()), content().at("tunnels"));
     }
     EXPECT_EQ(server.plannedFaultsLeft(), 0u);
     for (const char* secret : {"s3server-secret-key", "Signature=", "pl4nted"}) {
