@@ -43,11 +43,18 @@ int report(const s3vfs::Command& command, const std::string& what) {
     return failed;
 }
 
-int reportFailedRequest(const s3vfs::Command& command, const std::string& what,
+// What the plug-in calls a bad region may be one, or a bucket that names none, or something else altogether.
+bool blamesRegion(const storage::cloudprovider::CloudException& failure) {
+    return failure.context() && failure.context()->text() == u"bad_region";
+}
+
+int reportFailedRequest(const s3vfs::Command& command, const storage::cloudprovider::CloudException& failure,
                         const s3vfs::FailureLog& failures) {
-    report(command, what);
+    report(command, s3vfs::describe(failure));
     const auto answer = s3vfs::describeS3Answer(failures.latest());
     if (!answer.empty()) std::cerr << "s3vfs: " << answer << "\n";
+    if (answer.empty() || blamesRegion(failure))
+        std::cerr << "s3vfs: see s3vfs explain s3://" << s3vfs::printable(command.address.bucket) << "\n";
     return failed;
 }
 
@@ -66,7 +73,7 @@ int run(const Invocation& invocation) {
         if (!std::cout) return report(command, "standard output could not be written");
         return wentWell ? success : failed;
     } catch (const storage::cloudprovider::CloudException& failure) {
-        return reportFailedRequest(command, s3vfs::describe(failure), failures);
+        return reportFailedRequest(command, failure, failures);
     } catch (const foundation::storage::provider::Exception& failure) {
         return report(command, s3vfs::describe(failure));
     } catch (const std::exception& failure) {
@@ -83,9 +90,8 @@ void declareOptions(CLI::App& app, Invocation& invocation) {
         "--log-levels", [&](const std::string& text) { invocation.logLevels = s3vfs::parseLogLevels(text); },
         "show diagnostic records on standard error: all, or numbers like 2,32,64,512");
     app.footer(
-        "Region, keys, proxy and certificates come from the environment and the files in ~/.aws, as they do "
-        "in "
-        "the host application.");
+        "Region, keys, proxy and certificates come from the environment and the files in ~/.aws, "
+        "as they do in the host application.");
     s3vfs::addStatCommand(app, invocation.command);
     s3vfs::addListCommand(app, invocation.command);
     s3vfs::addCatCommand(app, invocation.command);
