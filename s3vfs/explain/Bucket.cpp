@@ -24,12 +24,14 @@ std::string withEndpointShown(std::string text) {
 std::string failureOf(const Answers& answers) {
     const auto& error = answers.location.GetError();
     const auto status = static_cast<int>(error.GetResponseCode());
-    const std::string origin = status < 0
-                                   ? "no usable answer"
-                                   : "answered " + std::to_string(status) + " " + error.GetExceptionName();
-    return shownWithout({answers.credentials.GetAWSSecretKey(), answers.credentials.GetSessionToken(),
-                         answers.configuration.proxyPassword},
-                        origin + ": " + withEndpointShown(error.GetMessage()));
+    const auto told = [&](const std::string& text) {
+        return shownWithout({answers.credentials.GetAWSSecretKey(), answers.credentials.GetSessionToken(),
+                             answers.configuration.proxyPassword},
+                            text);
+    };
+    const std::string message = told(withEndpointShown(error.GetMessage()));
+    if (status < 0) return "no usable answer: " + message;
+    return "answered " + std::to_string(status) + " " + told(error.GetExceptionName()) + ": " + message;
 }
 
 std::string locationText(const Answers& answers) {
