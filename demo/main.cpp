@@ -1,5 +1,5 @@
-// Opens a bucket by its IRI, as a host does, on an S3 server in this process; moves files of this machine
-// into it and back, and compares every byte. Exit status 0 when all checks pass.
+// Opens a bucket by its IRI, as a host does, through the plug-in's bundle, on an S3 server in this process;
+// moves files of this machine into it and back, and compares every byte. Exit status 0 when all checks pass.
 
 #include <cstdlib>
 #include <iostream>
@@ -9,12 +9,13 @@
 #include "FileSteps.hpp"
 #include "Files.hpp"
 #include "PartSteps.hpp"
-#include "ProviderFactory.hpp"
 #include "Report.hpp"
 #include "S3CloudClient.hpp"
+#include "ServiceFramework.hpp"
 
 namespace {
 
+using foundation::storage::provider::IProvider;
 using foundation::storage::provider::StorageIRI;
 
 constexpr const char* bucketName = "demo";
@@ -43,40 +44,55 @@ storage::s3provider::S3CloudClient cloudClient(const s3server::Server& server) {
             storage::s3provider::getRetrySettings(), region};
 }
 
-bool run() {
-    s3server::Server server;
-    server.createBucket(bucketName, region);
-    setEnvironment(server);
-    std::cout << "An S3 server listens on " << server.endpoint() << " with bucket '" << bucketName << "' in "
-              << region << ".\n";
-    const auto factory = s3vfs::makeProviderFactory();
-    const auto bucket = factory->createProvider(StorageIRI(u"s3://demo/"));
+bool use(IProvider& bucket, s3server::Server& server) {
     demo::Report report(server);
 
     const auto files = demo::filesBelow("/usr/include", 300);
     const auto large = demo::fileOfAtLeast(
         2 * demo::partSize + 1,
         {"/usr/bin", "/usr/lib/gcc/x86_64-linux-gnu/12", "/usr/lib/gcc/aarch64-linux-gnu/12", "/usr/lib"});
-    fillBucket(*bucket, report, files);
-    lookAround(*bucket, report, files);
-    readBack(*bucket, report, files);
+    fillBucket(bucket, report, files);
+    lookAround(bucket, report, files);
+    readBack(bucket, report, files);
     auto client = cloudClient(server);
     const std::string key = large.relative_path().string();
     uploadInParts(client, report, key, demo::readFile(large));
-    readRange(*bucket, report, large);
+    readRange(bucket, report, large);
     rewriteInParts(client, report, key, demo::readFile(large));
     abandonUpload(client, report, server, bucketName);
-    removeEverything(*bucket, report);
+    removeEverything(bucket, report);
     return report.verdict();
+}
+
+int fail(const std::exception& failure) {
+    std::cerr << "demo: " << failure.what() << "\n";
+    return 1;
+}
+
+int openOn(s3server::Server& server) {
+    // Ends after the handler below: what that is given may be the bundle's.
+    s3vfs::ServiceFramework framework;
+    try {
+        const auto bundle = framework.bundle();
+        std::cout << "The bundle " << bundle.GetSymbolicName() << " is " << bundle.GetLocation() << ".\n";
+        const auto bucket = framework.providerFactory()->createProvider(StorageIRI(u"s3://demo/"));
+        return use(*bucket, server) ? 0 : 1;
+    } catch (const std::exception& failure) {
+        return fail(failure);
+    }
 }
 
 }  // namespace
 
 int main() {
     try {
-        return run() ? 0 : 1;
+        s3server::Server server;
+        server.createBucket(bucketName, region);
+        setEnvironment(server);
+        std::cout << "An S3 server listens on " << server.endpoint() << " with bucket '" << bucketName
+                  << "' in " << region << ".\n";
+        return openOn(server);
     } catch (const std::exception& failure) {
-        std::cerr << "demo: " << failure.what() << "\n";
-        return 1;
+        return fail(failure);
     }
 }

@@ -2,14 +2,15 @@
 
 #include <utility>
 
+#include "ServiceFramework.hpp"
+
 namespace s3vfs {
 
 using foundation::storage::provider::IProvider;
-using foundation::storage::provider::PhysicalProviderFactory;
 
 Command onBucket(const std::string& name, const S3Address& address, std::function<void(IProvider&)> action) {
-    const auto run = [address, action = std::move(action)](PhysicalProviderFactory& factory) {
-        action(*factory.createProvider(address.bucketIri()));
+    const auto run = [address, action = std::move(action)](ServiceFramework& framework) {
+        action(*framework.providerFactory()->createProvider(address.bucketIri()));
         return true;
     };
     return {name, address, run};

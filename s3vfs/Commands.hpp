@@ -1,8 +1,8 @@
 #pragma once
 
 #include <foundation/storage/provider/IProvider.hpp>
-#include <foundation/storage/provider/PhysicalProviderFactory.hpp>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "S3Address.hpp"
@@ -13,12 +13,14 @@ class App;
 
 namespace s3vfs {
 
-/// What the command line asks for. It is given the factory of the address's scheme, and returns whether all
+class ServiceFramework;
+
+/// What the command line asks for. It is given the framework to find the plug-in in, and returns whether all
 /// went well; throws std::exception when it fails.
 struct Command {
-    std::string name;   ///< as typed, for messages
-    S3Address address;  ///< for messages, too
-    std::function<bool(foundation::storage::provider::PhysicalProviderFactory&)> run;
+    std::string name;                  ///< as typed, for messages
+    std::optional<S3Address> address;  ///< for messages, too
+    std::function<bool(ServiceFramework&)> run;
 };
 
 /// The command that opens the address's bucket and does something there.
@@ -32,6 +34,7 @@ void addListCommand(CLI::App& app, Command& chosen);
 void addCatCommand(CLI::App& app, Command& chosen);
 void addPutCommand(CLI::App& app, Command& chosen);
 void addRemoveCommand(CLI::App& app, Command& chosen);
+void addBundleCommand(CLI::App& app, Command& chosen);
 void addExplainCommand(CLI::App& app, Command& chosen);
 
 }  // namespace s3vfs

@@ -12,8 +12,8 @@
 #include "FailureLog.hpp"
 #include "FailureText.hpp"
 #include "LogLevels.hpp"
-#include "ProviderFactory.hpp"
 #include "S3Answer.hpp"
+#include "ServiceFramework.hpp"
 #include "Text.hpp"
 #include "UsageError.hpp"
 
@@ -26,6 +26,7 @@ constexpr int badUsage = 2;
 struct Invocation {
     std::string endpoint;
     std::string region;
+    std::string bundle;
     unsigned logLevels = 0;
     s3vfs::Command command;
 };
@@ -38,8 +39,8 @@ void setVariable(const char* name, const std::string& value) {
 }
 
 int report(const s3vfs::Command& command, const std::string& what) {
-    std::cerr << "s3vfs: " << command.name << " " << s3vfs::printable(command.address.text()) << ": " << what
-              << "\n";
+    const std::string subject = command.address ? " " + s3vfs::printable(command.address->text()) : "";
+    std::cerr << "s3vfs: " << command.name << subject << ": " << what << "\n";
     return failed;
 }
 
@@ -66,9 +67,10 @@ int run(const Invocation& invocation) {
     if (invocation.logLevels != 0)
         shown.emplace(foundation::log::addStreamSink(std::cerr, invocation.logLevels));
     const auto& command = invocation.command;
+    // Ends after the handlers below: what they are given may be the bundle's.
+    s3vfs::ServiceFramework framework(invocation.bundle);
     try {
-        const auto factory = s3vfs::makeProviderFactory();
-        const bool wentWell = command.run(*factory);
+        const bool wentWell = command.run(framework);
         std::cout.flush();
         if (!std::cout) return report(command, "standard output could not be written");
         return wentWell ? success : failed;
@@ -86,6 +88,7 @@ void declareOptions(CLI::App& app, Invocation& invocation) {
     app.fallthrough();
     app.add_option("--endpoint", invocation.endpoint, "URL of the S3 service; sets ZR_AWS_ENDPOINT_OVERRIDE");
     app.add_option("--region", invocation.region, "region of the bucket; sets AWS_DEFAULT_REGION");
+    app.add_option("--bundle", invocation.bundle, "file of the plug-in; else the one beside this program");
     app.add_option_function<std::string>(
         "--log-levels", [&](const std::string& text) { invocation.logLevels = s3vfs::parseLogLevels(text); },
         "show diagnostic records on standard error: all, or numbers like 2,32,64,512");
@@ -97,6 +100,7 @@ void declareOptions(CLI::App& app, Invocation& invocation) {
     s3vfs::addCatCommand(app, invocation.command);
     s3vfs::addPutCommand(app, invocation.command);
     s3vfs::addRemoveCommand(app, invocation.command);
+    s3vfs::addBundleCommand(app, invocation.command);
     s3vfs::addExplainCommand(app, invocation.command);
 }
 

@@ -20,7 +20,8 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 /// A case is a folder that holds case.json:
-///   arguments    what stands behind "s3vfs"; {server} is the server's host and port
+///   arguments    what stands behind "s3vfs"; {server} is the server's host and port, {bundle} the
+///                plug-in's bundle, {greeter} one whose component waits for something that nobody has
 ///   environment  variables beside the keys and the endpoint, which are always set; null takes one away. In
 ///                these and in home, {server}, {home} and {xff}, a byte that isn't UTF-8, are replaced.
 ///                Whatever begins with "pl4nted" is a secret, which must not be printed
@@ -115,6 +116,8 @@ protected:
     std::string filledIn(std::string text) const {
         replaceAll(text, "{server}", server.endpoint());
         replaceAll(text, "{home}", home.path().string());
+        replaceAll(text, "{bundle}", BUNDLE_FILE);
+        replaceAll(text, "{greeter}", GREETER_BUNDLE);
         replaceAll(text, "{xff}", "\xFF");
         return text;
     }
@@ -122,6 +125,8 @@ protected:
     std::string withoutVolatileText(std::string text) const {
         replaceAll(text, server.endpoint(), "{server}");
         replaceAll(text, home.path().string(), "{home}");
+        replaceAll(text, BUNDLE_FILE, "{bundle}");
+        replaceAll(text, GREETER_BUNDLE, "{greeter}");
         return withoutTimes(text);
     }
 

@@ -1,0 +1,46 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/Process.hpp"
+#include "support/TemporaryFolder.hpp"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+/// The program alone in a folder "bin".
+class InstalledProgram : public ::testing::Test {
+protected:
+    InstalledProgram() {
+        fs::create_directory(place.path() / "bin");
+        fs::copy(S3VFS_PROGRAM, place.path() / "bin");
+    }
+
+    testsupport::Finished run() const {
+        return testsupport::run({place.path() / "bin" / "s3vfs", "bundle"}, {}, place.path().string());
+    }
+
+    const testsupport::TemporaryFolder place;
+    const fs::path bundle = place.path() / INSTALLED_BUNDLE_FOLDER / fs::path(BUNDLE_FILE).filename();
+};
+
+TEST_F(InstalledProgram, FindsTheBundleWhereLibrariesAreInstalled) {
+    fs::create_directories(bundle.parent_path());
+    fs::copy(BUNDLE_FILE, bundle);
+    const auto finished = run();
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(finished.out, HasSubstr("file       " + bundle.string() + "\n"));
+}
+
+TEST_F(InstalledProgram, TellsWhereItLookedForTheBundleThatIsMissing) {
+    const auto finished = run();
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.err, HasSubstr("the plug-in's bundle is missing; there is no " + bundle.string()));
+    EXPECT_THAT(finished.err, HasSubstr("--bundle"));
+    EXPECT_EQ(finished.out, "");
+}
+
+}  // namespace
