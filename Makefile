@@ -1,8 +1,9 @@
 # Thin, over CMake's presets. `make demo` and `make test` need nothing but Debian 12, git and make.
 
-.PHONY: configure build demo test integration sanitizers bench fuzz lint format clean
+.PHONY: configure build install demo test integration sanitizers bench fuzz lint format clean
 
 build_dir := build/dev
+prefix ?= /usr/local
 
 configure:
 	tools/install-deps
@@ -10,6 +11,13 @@ configure:
 
 build: configure
 	cmake --build --preset dev
+
+# Below $(DESTDIR)$(prefix).
+install:
+	tools/install-deps
+	cmake --preset dev -DCMAKE_INSTALL_PREFIX=$(prefix) $(CMAKE_ARGS)
+	cmake --build --preset dev --target s3provider_installed
+	DESTDIR=$(DESTDIR) cmake --install $(build_dir)
 
 demo: configure
 	cmake --build --preset dev --target s3provider_demo s3server s3vfs

@@ -32,6 +32,8 @@ else()
   target_link_libraries(s3provider_cppmicroservices INTERFACE CppMicroServices
     -Wl,--push-state,--no-as-needed usServiceComponent usAsyncWorkService -Wl,--pop-state)
   add_library(s3provider::cppmicroservices ALIAS s3provider_cppmicroservices)
+  set_target_properties(s3provider_cppmicroservices PROPERTIES EXPORT_NAME cppmicroservices)
+  install(TARGETS s3provider_cppmicroservices EXPORT S3Provider)
   set(S3PROVIDER_DECLARATIVE_SERVICES_BUNDLES "$<TARGET_FILE:DeclarativeServices>")
   message(STATUS "CppMicroServices: ${CppMicroServices_VERSION} in ${CppMicroServices_DIR}")
 endif()

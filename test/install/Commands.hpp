@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "s3server/Server.hpp"
+#include "support/Process.hpp"
+
+namespace testsupport {
+
+/// What compilers and CMake are run with.
+inline Variables toolEnvironment() {
+    const char* const path = std::getenv("PATH");
+    return {{"PATH", path == nullptr ? "/usr/bin:/bin" : path}, {"LC_ALL", "C"}};
+}
+
+/// Runs the command and gives what it printed; the test fails when the command does.
+inline std::string output(const std::vector<std::string>& command, const Variables& environment) {
+    const auto finished = run(command, environment, "/");
+    EXPECT_EQ(finished.status, 0) << command.front() << ":\n" << finished.out << finished.err;
+    return finished.out;
+}
+
+/// `cmake` with these arguments.
+inline void cmake(std::vector<std::string> arguments, Variables more = {}) {
+    arguments.insert(arguments.begin(), CMAKE_PROGRAM);
+    more.merge(toolEnvironment());
+    output(arguments, more);
+}
+
+/// Builds the consumer project in the folder, with what is installed below the prefixes, and gives the
+/// program.
+inline std::string buildConsumer(const std::filesystem::path& folder, const std::string& prefixes) {
+    cmake({"-S", CONSUMER_PROJECT, "-B", folder, "-G", "Ninja", "-DCMAKE_CXX_COMPILER=" COMPILER,
+           "-DCMAKE_PREFIX_PATH=" + prefixes + ";" USED_PREFIXES});
+    cmake({"--build", folder});
+    return folder / "consumer";
+}
+
+/// A server with the bucket s3://shelf and two objects.
+class Shelf {
+public:
+    Shelf() {
+        server_.createBucket("shelf");
+        server_.putObject("shelf", "apple", "sour");
+        server_.putObject("shelf", "pear", "sweet");
+    }
+
+    /// An environment that leads there.
+    Variables environment() const {
+        return {{"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server_.endpoint()},
+                {"ZR_AWS_SCHEME", "HTTP"},
+                {"ZR_AWS_PROXY", "OFF"},
+                {"AWS_EC2_METADATA_DISABLED", "true"},
+                {"AWS_REGION", "us-east-1"},
+                {"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
+                {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey}};
+    }
+
+private:
+    s3server::Server server_;
+};
+
+}  // namespace testsupport
