@@ -54,8 +54,8 @@ int reportFailedRequest(const s3vfs::Command& command, const storage::cloudprovi
     report(command, s3vfs::describe(failure));
     const auto answer = s3vfs::describeS3Answer(failures.latest());
     if (!answer.empty()) std::cerr << "s3vfs: " << answer << "\n";
-    if (answer.empty() || blamesRegion(failure))
-        std::cerr << "s3vfs: see s3vfs explain s3://" << s3vfs::printable(command.address.bucket) << "\n";
+    if (command.address && (answer.empty() || blamesRegion(failure)))
+        std::cerr << "s3vfs: see s3vfs explain s3://" << s3vfs::printable(command.address->bucket) << "\n";
     return failed;
 }
 
