@@ -18,7 +18,7 @@ fs::path bundleBesideProgram() {
     const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
     std::string missing;
     for (const char* const place : places) {
-        const fs::path file = (folder / place).lexically_normal();
+        fs::path file = (folder / place).lexically_normal();
         if (fs::is_regular_file(file)) return file;
         missing += (missing.empty() ? "" : ", nor ") + file.string();
     }
