@@ -9,8 +9,12 @@ class AwsSdk : public foundation::thirdpartylibmgmt::Initializer {
 public:
     AwsSdk();
 
-    /// Shuts the SDK down. What it made must be gone by then.
+    /// Shuts the SDK down, unless that is done. What it made must be gone by then.
     ~AwsSdk() override;
+
+    /// Shuts down the SDK that some object keeps, if any, although requests may be under way. Nothing but the
+    /// process's end may follow. Any thread.
+    static void shutDownEarly();
 };
 
 }  // namespace s3vfs

@@ -9,6 +9,7 @@
 
 #include "ByteInterval.hpp"
 #include "Commands.hpp"
+#include "Interruption.hpp"
 
 namespace s3vfs {
 
@@ -26,6 +27,7 @@ void require(bool written) {
 void printBytes(IReader& file, std::uint64_t first, std::uint64_t count) {
     std::vector<char> piece(static_cast<std::size_t>(std::min(count, pieceSize)));
     for (std::uint64_t done = 0; done < count;) {
+        throwIfInterrupted();
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(count - done, piece.size()));
         const auto size = file.read(first + done, piece.data(), wanted);
         require(std::fwrite(piece.data(), 1, size, stdout) == size);

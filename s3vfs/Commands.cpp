@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Interruption.hpp"
 #include "ServiceFramework.hpp"
 
 namespace s3vfs {
@@ -10,7 +11,9 @@ using foundation::storage::provider::IProvider;
 
 Command onBucket(const std::string& name, const S3Address& address, std::function<void(IProvider&)> action) {
     const auto run = [address, action = std::move(action)](ServiceFramework& framework) {
-        action(*framework.providerFactory()->createProvider(address.bucketIri()));
+        const auto bucket = framework.providerFactory()->createProvider(address.bucketIri());
+        throwIfInterrupted();
+        action(*bucket);
         return true;
     };
     return {name, address, run};

@@ -10,6 +10,7 @@
 
 #include "Commands.hpp"
 #include "Entries.hpp"
+#include "Interruption.hpp"
 #include "Text.hpp"
 
 namespace s3vfs {
@@ -43,6 +44,7 @@ std::string withSlash(const std::string& folder) {
 
 /// `prefix` is what the keys in the folder begin with. Returns whether there is anything in it.
 bool printFolder(IProvider& bucket, const std::string& prefix, bool recursive) {
+    throwIfInterrupted();
     auto entries = bucket.list(fl::i18n::to_ustring("/" + prefix));
     std::sort(entries.begin(), entries.end(), comesBefore);
     for (const Entry& entry : entries) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Commands.hpp"
+#include "Interruption.hpp"
 #include "Text.hpp"
 
 namespace s3vfs {
@@ -27,6 +28,7 @@ struct PutArguments {
 void copy(std::istream& in, IWriter& out) {
     std::vector<char> piece(pieceSize);
     while (in) {
+        throwIfInterrupted();
         in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
         out.write(piece.data(), static_cast<std::size_t>(in.gcount()));
     }

@@ -8,9 +8,11 @@
 #include <optional>
 #include <system_error>
 
+#include "AwsSdk.hpp"
 #include "Commands.hpp"
 #include "FailureLog.hpp"
 #include "FailureText.hpp"
+#include "Interruption.hpp"
 #include "LogLevels.hpp"
 #include "S3Answer.hpp"
 #include "ServiceFramework.hpp"
@@ -74,6 +76,8 @@ int run(const Invocation& invocation) {
         std::cout.flush();
         if (!std::cout) return report(command, "standard output could not be written");
         return wentWell ? success : failed;
+    } catch (const s3vfs::Interrupted&) {
+        return failed;
     } catch (const storage::cloudprovider::CloudException& failure) {
         return reportFailedRequest(command, failure, failures);
     } catch (const foundation::storage::provider::Exception& failure) {
@@ -81,6 +85,12 @@ int run(const Invocation& invocation) {
     } catch (const std::exception& failure) {
         return report(command, s3vfs::printable(failure.what()));
     }
+}
+
+int runInterruptibly(const Invocation& invocation) {
+    const s3vfs::Interruption interruption(&s3vfs::AwsSdk::shutDownEarly);
+    const int status = run(invocation);
+    return interruption.status(status);
 }
 
 void declareOptions(CLI::App& app, Invocation& invocation) {
@@ -119,7 +129,7 @@ int main(int argc, char** argv) {
         app.parse(argc, argv);
         setVariable("ZR_AWS_ENDPOINT_OVERRIDE", invocation.endpoint);
         setVariable("AWS_DEFAULT_REGION", invocation.region);
-        return run(invocation);
+        return runInterruptibly(invocation);
     } catch (const CLI::CallForHelp& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& mistake) {

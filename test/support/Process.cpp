@@ -123,6 +123,10 @@ int waitFor(pid_t child) {
     return status;
 }
 
+int statusOf(int waited) {
+    return WIFEXITED(waited) ? WEXITSTATUS(waited) : 128 + WTERMSIG(waited);
+}
+
 }  // namespace
 
 Finished run(const std::vector<std::string>& command, const Variables& environment,
@@ -136,8 +140,7 @@ Finished run(const std::vector<std::string>& command, const Variables& environme
     std::thread errReader([&] { finished.err = err.readAll(); });
     finished.out = out.readAll();
     errReader.join();
-    const int status = waitFor(child);
-    finished.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    finished.status = statusOf(waitFor(child));
     return finished;
 }
 
@@ -158,6 +161,14 @@ BackgroundProcess::~BackgroundProcess() {
 bool BackgroundProcess::running() {
     if (process_ != 0 && ::waitpid(process_, nullptr, WNOHANG) == process_) process_ = 0;
     return process_ != 0;
+}
+
+void BackgroundProcess::signal(int number) const {
+    if (process_ != 0) ::kill(process_, number);
+}
+
+int BackgroundProcess::wait() {
+    return statusOf(waitFor(std::exchange(process_, 0)));
 }
 
 InteractiveProcess::InteractiveProcess(const std::vector<std::string>& command, const Variables& environment,

@@ -36,6 +36,11 @@ public:
 
     bool running();
 
+    void signal(int number) const;
+
+    /// Waits for its end; the status is as in Finished.
+    int wait();
+
 private:
     pid_t process_;  // 0 when it has ended
 };

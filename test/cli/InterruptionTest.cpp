@@ -1,0 +1,127 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <s3server/Server.hpp>
+#include <sstream>
+#include <thread>
+
+#include "support/Process.hpp"
+#include "support/TemporaryFolder.hpp"
+
+using s3server::Fault;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+constexpr const char* shutdown = "the SDK is shut down\n";
+
+std::size_t countOf(const std::string& piece, const std::string& text) {
+    std::size_t count = 0;
+    for (auto at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 1))
+        ++count;
+    return count;
+}
+
+void waitUntil(const std::function<bool()>& isSo) {
+    while (!isSo())
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+}
+
+class Interruption : public ::testing::Test {
+protected:
+    Interruption() {
+        server.createBucket("demo");
+        server.putObject("demo", "a/one", "1");
+        server.putObject("demo", "b/two", "2");
+    }
+
+    testsupport::Variables environment() const {
+        return {{"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
+                {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey},
+                {"AWS_REGION", "us-east-1"},
+                {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
+                {"AWS_EC2_METADATA_DISABLED", "true"},
+                {"ZR_AWS_PROXY", "OFF"},
+                {"HOME", folder.path().string()},
+                {"LD_PRELOAD", COUNTED_SHUTDOWN}};
+    }
+
+    /// Has the program list everything, and so many of its requests stall. Returns when the first one does.
+    void startStalled(unsigned requests,
+                      const std::vector<std::string>& command = {S3VFS_PROGRAM, "ls", "-r", "s3://demo"}) {
+        server.plan(Fault::stall().times(requests));
+        program.emplace(command, environment(), folder.path().string(), log);
+        waitUntil([&] { return server.plannedFaultsLeft() < requests || !program->running(); });
+    }
+
+    std::string printed() const {
+        std::ostringstream text;
+        text << std::ifstream(log).rdbuf();
+        return text.str();
+    }
+
+    void waitForText(const std::string& text) {
+        waitUntil([&] { return countOf(text, printed()) > 0 || !program->running(); });
+    }
+
+    s3server::Server server;
+    const testsupport::TemporaryFolder folder;
+    const std::filesystem::path log = folder.path() / "log";
+    std::optional<testsupport::BackgroundProcess> program;
+};
+
+class InterruptionBy : public Interruption, public ::testing::WithParamInterface<int> {};
+
+TEST_P(InterruptionBy, EndsTheCommandWithTheRequestUnderWayAndShutsTheSdkDownOnce) {
+    startStalled(1);
+    program->signal(GetParam());
+    waitForText("interrupted by SIG");
+    server.releaseStalled();
+    EXPECT_EQ(program->wait(), 128 + GetParam());
+    EXPECT_EQ(countOf(shutdown, printed()), 1u) << printed();
+    EXPECT_THAT(printed(), Not(HasSubstr("two")));
+}
+
+TEST_P(InterruptionBy, EndsTheProgramAlthoughTheRequestUnderWayNeverEnds) {
+    startStalled(1000);
+    program->signal(GetParam());
+    EXPECT_EQ(program->wait(), 128 + GetParam());
+    EXPECT_EQ(countOf(shutdown, printed()), 1u) << printed();
+    EXPECT_THAT(printed(), HasSubstr("the request under way takes too long"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, InterruptionBy, ::testing::Values(SIGINT, SIGTERM),
+                         [](const auto& tested) { return tested.param == SIGINT ? "SIGINT" : "SIGTERM"; });
+
+TEST_F(Interruption, WaitsForNothingWhenItIsRepeated) {
+    startStalled(1000);
+    program->signal(SIGINT);
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->wait(), 128 + SIGINT);
+    EXPECT_EQ(countOf(shutdown, printed()), 1u) << printed();
+    EXPECT_THAT(printed(), HasSubstr("interrupted by SIGINT\ns3vfs: interrupted again"));
+}
+
+TEST_F(Interruption, ByASignalThatIsIgnoredSinceTheStartIsNone) {
+    startStalled(1, {"/bin/sh", "-c", "trap '' INT; exec " S3VFS_PROGRAM " ls -r s3://demo"});
+    program->signal(SIGINT);
+    server.releaseStalled();
+    EXPECT_EQ(program->wait(), 0);
+    EXPECT_THAT(printed(), HasSubstr("two"));
+}
+
+TEST_F(Interruption, IsNotNeededForShuttingTheSdkDownOnce) {
+    for (const char* const address : {"s3://demo", "s3://demo/no/such/folder"}) {
+        const auto finished = testsupport::run({S3VFS_PROGRAM, "ls", address}, environment(), folder.path());
+        EXPECT_EQ(finished.status, address == std::string("s3://demo") ? 0 : 1);
+        EXPECT_EQ(countOf(shutdown, finished.err), 1u) << finished.err;
+    }
+}
+
+}  // namespace
