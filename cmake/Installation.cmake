@@ -12,8 +12,8 @@ file(RELATIVE_PATH libraries_from_programs "${CMAKE_INSTALL_FULL_BINDIR}" "${CMA
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${libraries_from_programs}")
 set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
 
-# install_standin(TARGET HEADERS PACKAGE [COMPONENT NAME]): the library, which the CMake package of that name offers, and
-# its folder of headers, which only its users see, as the real ones have the same names.
+# install_standin(TARGET HEADERS PACKAGE [COMPONENT NAME]): the library, which the CMake package of that name offers,
+# and its folder of headers, which only its users see, as the real ones have the same names.
 function(install_standin target headers package)
   cmake_parse_arguments(ARG "" "COMPONENT" "" ${ARGN})
   if(NOT ARG_COMPONENT)

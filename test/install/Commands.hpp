@@ -12,10 +12,12 @@
 
 namespace testsupport {
 
-/// What compilers and CMake are run with.
+/// What compilers, their caches and CMake are run with.
 inline Variables toolEnvironment() {
-    const char* const path = std::getenv("PATH");
-    return {{"PATH", path == nullptr ? "/usr/bin:/bin" : path}, {"LC_ALL", "C"}};
+    Variables environment{{"LC_ALL", "C"}};
+    for (const char* const name : {"PATH", "HOME", "CCACHE_DIR"})
+        if (const char* const value = std::getenv(name)) environment.emplace(name, value);
+    return environment;
 }
 
 /// Runs the command and gives what it printed; the test fails when the command does.
