@@ -1,6 +1,6 @@
 # Thin, over CMake's presets. `make demo` and `make test` need nothing but Debian 12, git and make.
 
-.PHONY: configure build install demo test integration sanitizers bench fuzz lint format clean
+.PHONY: configure build install package demo test integration sanitizers bench fuzz lint format clean
 
 build_dir := build/dev
 prefix ?= /usr/local
@@ -18,6 +18,12 @@ install:
 	cmake --preset dev -DCMAKE_INSTALL_PREFIX=$(prefix) $(CMAKE_ARGS)
 	cmake --build --preset dev --target s3provider_installed
 	DESTDIR=$(DESTDIR) cmake --install $(build_dir)
+
+# build/dev/s3provider_VERSION_ARCHITECTURE.deb
+package: configure
+	tools/install-deps package
+	cmake --build --preset dev --target s3provider_installed
+	cd $(build_dir) && cpack
 
 demo: configure
 	cmake --build --preset dev --target s3provider_demo s3server s3vfs
