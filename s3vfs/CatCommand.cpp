@@ -18,14 +18,14 @@ using foundation::storage::provider::IReader;
 
 namespace {
 
-constexpr std::uint64_t pieceSize = std::uint64_t{8} * 1024 * 1024;
+constexpr std::uint64_t downloadPiece = std::uint64_t{8} * 1024 * 1024;
 
 void require(bool written) {
     if (!written) throw std::runtime_error("standard output could not be written");
 }
 
 void printBytes(IReader& file, std::uint64_t first, std::uint64_t count) {
-    std::vector<char> piece(static_cast<std::size_t>(std::min(count, pieceSize)));
+    std::vector<char> piece(static_cast<std::size_t>(std::min(count, downloadPiece)));
     for (std::uint64_t done = 0; done < count;) {
         throwIfInterrupted();
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(count - done, piece.size()));

@@ -18,7 +18,7 @@ using foundation::storage::provider::IWriter;
 
 namespace {
 
-constexpr std::size_t pieceSize = std::size_t{1} << 20U;
+constexpr std::size_t uploadPiece = std::size_t{1} << 20U;
 
 struct PutArguments {
     std::string file;
@@ -26,7 +26,7 @@ struct PutArguments {
 };
 
 void copy(std::istream& in, IWriter& out) {
-    std::vector<char> piece(pieceSize);
+    std::vector<char> piece(uploadPiece);
     while (in) {
         throwIfInterrupted();
         in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
