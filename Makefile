@@ -26,7 +26,7 @@ package: configure
 	cd $(build_dir) && cpack
 
 demo: configure
-	cmake --build --preset dev --target s3provider_demo s3server s3vfs
+	cmake --build --preset dev --target s3provider_demo s3provider_parts_demo s3server s3vfs
 	tools/demo $(build_dir)
 
 test: build

@@ -4,6 +4,8 @@
 #include <sstream>
 #include <vector>
 
+#include "Files.hpp"
+
 namespace demo {
 
 using storage::cloudprovider::CloudClient;

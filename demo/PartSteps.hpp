@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <storage/cloudprovider/CloudClient.hpp>
 #include <string>
 
@@ -20,8 +19,5 @@ void rewriteInParts(storage::cloudprovider::CloudClient& bucket, Report& report,
 
 void abandonUpload(storage::cloudprovider::CloudClient& bucket, Report& report,
                    const s3server::Server& server, const std::string& bucketName);
-
-/// Bytes of every part but the last.
-constexpr std::uint64_t partSize = std::uint64_t{5} * 1024 * 1024;
 
 }  // namespace demo
