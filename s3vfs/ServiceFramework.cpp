@@ -33,9 +33,14 @@ fs::path chosenBundle(const fs::path& file) {
 
 }  // namespace
 
-ServiceFramework::ServiceFramework(fs::path bundleFile)
-    : bundleFile_(std::move(bundleFile)), framework_(cppmicroservices::FrameworkFactory().NewFramework()) {
+ServiceFramework::ServiceFramework(fs::path bundleFile, cppmicroservices::Framework framework)
+    : bundleFile_(std::move(bundleFile)), framework_(std::move(framework)) {
     framework_.Start();
+}
+
+// The destructor stops the framework also when this fails.
+ServiceFramework::ServiceFramework(fs::path bundleFile)
+    : ServiceFramework(std::move(bundleFile), cppmicroservices::FrameworkFactory().NewFramework()) {
     std::istringstream services(DECLARATIVE_SERVICES_BUNDLES);
     for (std::string file; std::getline(services, file, ';');)
         start(file);

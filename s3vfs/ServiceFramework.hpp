@@ -42,6 +42,7 @@ public:
     std::shared_ptr<Factory> providerFactory();
 
 private:
+    ServiceFramework(std::filesystem::path bundleFile, cppmicroservices::Framework framework);
     cppmicroservices::Bundle start(const std::filesystem::path& file);
 
     const std::filesystem::path bundleFile_;

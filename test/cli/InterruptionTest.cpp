@@ -20,6 +20,7 @@ using ::testing::Not;
 namespace {
 
 constexpr const char* shutdown = "the SDK is shut down\n";
+constexpr const char* clientGone = "a client is gone\n";
 
 std::size_t countOf(const std::string& piece, const std::string& text) {
     std::size_t count = 0;
@@ -70,6 +71,13 @@ protected:
         waitUntil([&] { return countOf(text, printed()) > 0 || !program->running(); });
     }
 
+    /// Says that the SDK was shut down once, and when its last client was gone.
+    static void expectOrderlyEnd(const std::string& log) {
+        EXPECT_EQ(countOf(shutdown, log), 1u) << log;
+        ASSERT_GT(countOf(clientGone, log), 0u) << log;
+        EXPECT_LT(log.rfind(clientGone), log.find(shutdown)) << log;
+    }
+
     s3server::Server server;
     const testsupport::TemporaryFolder folder;
     const std::filesystem::path log = folder.path() / "log";
@@ -84,7 +92,7 @@ TEST_P(InterruptionBy, EndsTheCommandWithTheRequestUnderWayAndShutsTheSdkDownOnc
     waitForText("interrupted by SIG");
     server.releaseStalled();
     EXPECT_EQ(program->wait(), 128 + GetParam());
-    EXPECT_EQ(countOf(shutdown, printed()), 1u) << printed();
+    expectOrderlyEnd(printed());
     EXPECT_THAT(printed(), Not(HasSubstr("two")));
 }
 
@@ -98,6 +106,27 @@ TEST_P(InterruptionBy, EndsTheProgramAlthoughTheRequestUnderWayNeverEnds) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, InterruptionBy, ::testing::Values(SIGINT, SIGTERM),
                          [](const auto& tested) { return tested.param == SIGINT ? "SIGINT" : "SIGTERM"; });
+
+TEST_F(Interruption, EndsAReadingCommandWithItsFirstRequest) {
+    startStalled(1, {S3VFS_PROGRAM, "cat", "s3://demo/a/one"});
+    program->signal(SIGINT);
+    waitForText("interrupted by SIG");
+    server.releaseStalled();
+    EXPECT_EQ(program->wait(), 128 + SIGINT);
+    expectOrderlyEnd(printed());
+    EXPECT_EQ(server.requests().size(), 1u);
+}
+
+TEST_F(Interruption, LeavesAWritingCommandItsRequest) {
+    const std::string file = (folder.path() / "new").string();
+    std::ofstream(file) << "new content";
+    startStalled(1, {S3VFS_PROGRAM, "put", file, "s3://demo/new"});
+    program->signal(SIGTERM);
+    waitForText("interrupted by SIG");
+    server.releaseStalled();
+    EXPECT_EQ(program->wait(), 128 + SIGTERM);
+    expectOrderlyEnd(printed());
+}
 
 TEST_F(Interruption, WaitsForNothingWhenItIsRepeated) {
     startStalled(1000);
@@ -120,7 +149,7 @@ TEST_F(Interruption, IsNotNeededForShuttingTheSdkDownOnce) {
     for (const char* const address : {"s3://demo", "s3://demo/no/such/folder"}) {
         const auto finished = testsupport::run({S3VFS_PROGRAM, "ls", address}, environment(), folder.path());
         EXPECT_EQ(finished.status, address == std::string("s3://demo") ? 0 : 1);
-        EXPECT_EQ(countOf(shutdown, finished.err), 1u) << finished.err;
+        expectOrderlyEnd(finished.err);
     }
 }
 
