@@ -61,7 +61,7 @@ WireCase unexplainedRemoval(const std::string& name, const ErrorReply& failure,
             {"2  m_bucket=b key=k", failure.record}};
 }
 
-std::vector<WireCase> conversations() {
+std::vector<WireCase> errorConversations() {
     std::vector<WireCase> all;
     for (const auto& row : explained)
         all.push_back(removal(row));
@@ -93,5 +93,5 @@ TEST_P(ErrorsOnTheWire, BecomeOneException) {
     expectConversation(GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Errors, ErrorsOnTheWire, ::testing::ValuesIn(conversations()),
+INSTANTIATE_TEST_SUITE_P(Errors, ErrorsOnTheWire, ::testing::ValuesIn(errorConversations()),
                          [](const auto& row) { return row.param.name; });

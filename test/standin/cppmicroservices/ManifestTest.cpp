@@ -21,7 +21,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-std::string errorOf(const std::string& archive) {
+std::string manifestErrorOf(const std::string& archive) {
     try {
         readManifest(archive);
         return "none";
@@ -30,8 +30,8 @@ std::string errorOf(const std::string& archive) {
     }
 }
 
-std::string errorOfText(const std::string& manifest) {
-    return errorOf(archiveOf({{"bundle/manifest.json", manifest}}));
+std::string manifestErrorOfText(const std::string& manifest) {
+    return manifestErrorOf(archiveOf({{"bundle/manifest.json", manifest}}));
 }
 
 /// A manifest named "bundle" whose "scr" is this.
@@ -139,54 +139,54 @@ TEST(Manifest, TellsWhatIsNotUnderstoodAndWhere) {
          "scr.components[0].references[0].target: filter '(x=y': a value ends with ')', at character 5"},
     };
     for (const Mistake& mistake : mistakes)
-        EXPECT_EQ(errorOfText(mistake.manifest), prefix + mistake.error);
+        EXPECT_EQ(manifestErrorOfText(mistake.manifest), prefix + mistake.error);
 }
 
 TEST(Manifest, RefusesWhatIsNoJsonObject) {
     for (const char* text : {"", "{", "{]", "{\"a\": 1,}", "{} {}", "\xff\xfe"})
-        EXPECT_THAT(errorOfText(text), StartsWith("its manifest isn't JSON: ")) << text;
+        EXPECT_THAT(manifestErrorOfText(text), StartsWith("its manifest isn't JSON: ")) << text;
     for (const char* text : {"[]", "3", "null", "\"text\""})
-        EXPECT_EQ(errorOfText(text), "its manifest isn't a JSON object") << text;
+        EXPECT_EQ(manifestErrorOfText(text), "its manifest isn't a JSON object") << text;
 }
 
 TEST(Manifest, RefusesValuesThatLieTooDeep) {
     for (const std::size_t depth : {40u, 200'000u}) {
         const std::string list = std::string(depth, '[') + std::string(depth, ']');
-        EXPECT_EQ(errorOfText(R"({"a": )" + list + "}"), "its manifest's values lie too deep in each other");
+        EXPECT_EQ(manifestErrorOfText(R"({"a": )" + list + "}"), "its manifest's values lie too deep in each other");
     }
 }
 
 TEST(ResourceArchive, RefusesWhatIsNoArchive) {
     for (const std::string& bytes :
          {std::string("PK"), std::string("not a zip archive at all"), std::string(100'000, '\0')})
-        EXPECT_THAT(errorOf(bytes), StartsWith("its resources aren't a zip archive: "));
+        EXPECT_THAT(manifestErrorOf(bytes), StartsWith("its resources aren't a zip archive: "));
 }
 
 TEST(ResourceArchive, RefusesAnArchiveCutOffAnywhere) {
     const std::string archive =
         archiveOf({{"bundle/manifest.json", R"({"bundle.symbolic_name": "bundle"})"}});
-    ASSERT_EQ(errorOf(archive), "none");
+    ASSERT_EQ(manifestErrorOf(archive), "none");
     for (std::size_t size = 0; size < archive.size(); ++size)
-        EXPECT_NE(errorOf(archive.substr(0, size)), "none") << size;
+        EXPECT_NE(manifestErrorOf(archive.substr(0, size)), "none") << size;
 }
 
 TEST(ResourceArchive, NeedsOneManifest) {
-    EXPECT_EQ(errorOf(""), "its resources have no manifest");
-    EXPECT_EQ(errorOf(archiveOf({{"bundle/", ""}})), "its resources have no manifest");
+    EXPECT_EQ(manifestErrorOf(""), "its resources have no manifest");
+    EXPECT_EQ(manifestErrorOf(archiveOf({{"bundle/", ""}})), "its resources have no manifest");
     EXPECT_EQ(
-        errorOf(archiveOf({{"manifest.json", "{}"}, {"/manifest.json", "{}"}, {"a/b/manifest.json", "{}"}})),
+        manifestErrorOf(archiveOf({{"manifest.json", "{}"}, {"/manifest.json", "{}"}, {"a/b/manifest.json", "{}"}})),
         "its resources have no manifest");
-    EXPECT_EQ(errorOf(archiveOf({{"a/manifest.json", "{}"}, {"b/manifest.json", "{}"}})),
+    EXPECT_EQ(manifestErrorOf(archiveOf({{"a/manifest.json", "{}"}, {"b/manifest.json", "{}"}})),
               "its resources have more than one manifest");
 }
 
 TEST(ResourceArchive, UnpacksNoBomb) {
     const std::string largest(maximumManifestSize, ' ');
-    EXPECT_THAT(errorOf(archiveOf({{"bundle/manifest.json", largest}})),
+    EXPECT_THAT(manifestErrorOf(archiveOf({{"bundle/manifest.json", largest}})),
                 StartsWith("its manifest isn't JSON"));
     const std::string archive = archiveOf({{"bundle/manifest.json", largest + " "}});
     EXPECT_LT(archive.size(), 10'000u);
-    EXPECT_EQ(errorOf(archive), "its manifest is larger than 1048576 bytes");
+    EXPECT_EQ(manifestErrorOf(archive), "its manifest is larger than 1048576 bytes");
 }
 
 TEST(ResourceArchive, IsNotFooledByASizeThatIsNotTrue) {
@@ -194,20 +194,20 @@ TEST(ResourceArchive, IsNotFooledByASizeThatIsNotTrue) {
         R"({"bundle.symbolic_name": "bundle"})" + std::string(2 * maximumManifestSize, ' ');
     for (const std::uint32_t lie : {0u, 1u, 30u, 1'000'000u}) {
         const std::string archive = test::withDeclaredSize(archiveOf({{"bundle/manifest.json", text}}), lie);
-        EXPECT_EQ(errorOf(archive), "its manifest is of another size than the archive says") << lie;
+        EXPECT_EQ(manifestErrorOf(archive), "its manifest is of another size than the archive says") << lie;
     }
 }
 
 TEST(ResourceArchive, RefusesLessThanTheArchiveSays) {
     const std::string archive =
         archiveOf({{"bundle/manifest.json", R"({"bundle.symbolic_name": "bundle"})"}});
-    EXPECT_THAT(errorOf(test::withDeclaredSize(archive, 1000)), StartsWith("its manifest is "));
+    EXPECT_THAT(manifestErrorOf(test::withDeclaredSize(archive, 1000)), StartsWith("its manifest is "));
 }
 
 TEST(ResourceArchive, ComparesTheChecksum) {
     const std::string archive =
         archiveOf({{"bundle/manifest.json", R"({"bundle.symbolic_name": "bundle"})"}});
-    EXPECT_EQ(errorOf(test::withChecksum(archive, 0x12345678)), "its manifest is damaged: CRC error");
+    EXPECT_EQ(manifestErrorOf(test::withChecksum(archive, 0x12345678)), "its manifest is damaged: CRC error");
 }
 
 }  // namespace
