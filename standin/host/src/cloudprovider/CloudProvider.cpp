@@ -81,7 +81,7 @@ std::vector<Entry> CloudProvider::list(const std::u16string& folder) {
             // The folder's own marker, an object of its name, isn't in it.
             if (info.name == prefix) continue;
             require(isChild(info.name, prefix), u"unexpected_entry");
-            if (hasPath(info.name)) children.push_back(entryOf(info));
+            children.push_back(entryOf(info));
         }
     } while (!token.empty());
     return children;

@@ -1,8 +1,7 @@
 #include "cloudprovider/Paths.hpp"
 
 #include "fl/i18n.hpp"
-
-#include <utf8.h>
+#include "log/Escape.hpp"
 
 #include <stdexcept>
 
@@ -29,13 +28,14 @@ std::string prefixOf(const std::u16string& folder) {
     return prefix;
 }
 
-bool hasPath(const std::string& key) {
-    return utf8::is_valid(key.begin(), key.end());
-}
-
 std::u16string nameOf(const std::string& key) {
     const std::string path = !key.empty() && key.back() == '/' ? key.substr(0, key.size() - 1) : key;
-    return fl::i18n::to_ustring(path.substr(path.rfind('/') + 1));
+    try {
+        return fl::i18n::to_ustring(path.substr(path.rfind('/') + 1));
+    } catch (const fl::i18n::conversion_error&) {
+        throw std::runtime_error("no path leads to the key " + foundation::log::escaped(key) +
+                                 ", which isn't UTF-8");
+    }
 }
 
 }  // namespace storage::cloudprovider

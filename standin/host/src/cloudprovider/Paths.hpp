@@ -15,11 +15,8 @@ std::string fileKeyOf(const std::u16string& path);
 /// What the keys below a folder begin with; empty for the root.
 std::string prefixOf(const std::u16string& folder);
 
-/// Whether a path leads to the key: only to one in UTF-8.
-bool hasPath(const std::string& key);
-
-/// The last segment of a key or a common prefix, without the "/" at its end. Throws
-/// fl::i18n::conversion_error for a key that isn't UTF-8.
+/// The last segment of a key or a common prefix, without the "/" at its end. Throws std::runtime_error, which
+/// quotes the key in escaped form, when that segment isn't UTF-8.
 std::u16string nameOf(const std::string& key);
 
 }  // namespace storage::cloudprovider

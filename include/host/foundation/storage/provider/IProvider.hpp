@@ -63,8 +63,9 @@ public:
     /// others the file comes first.
     virtual boost::optional<Entry> stat(const std::u16string& path) = 0;
 
-    /// The direct children of a folder, in no particular order. A file and a folder may have one name. Those
-    /// whose names in the storage aren't UTF-8 are left out: no path leads to them.
+    /// The direct children of a folder, in no particular order. A file and a folder may have one name. Leaves
+    /// nothing out: when a child's name in the storage isn't UTF-8, so that no path leads to it, this throws
+    /// a std::runtime_error that quotes the name in escaped form.
     virtual std::vector<Entry> list(const std::u16string& folder) = 0;
 
     /// Opens a file for reading; throws when it doesn't exist.
