@@ -82,6 +82,8 @@ int run(const Invocation& invocation) {
         return reportFailedRequest(command, failure, failures);
     } catch (const foundation::storage::provider::Exception& failure) {
         return report(command, s3vfs::describe(failure));
+    } catch (const fl::i18n::conversion_error& failure) {
+        return report(command, s3vfs::describe(failure));
     } catch (const std::exception& failure) {
         return report(command, s3vfs::printable(failure.what()));
     }
