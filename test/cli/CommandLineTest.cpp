@@ -110,7 +110,7 @@ protected:
             server.plan(faultFrom(fault));
         const json files = content().value("home", json::object());
         for (const auto& [name, text] : files.items())
-            write(home.path() / name, filledIn(text));
+            home.write(name, filledIn(text));
     }
 
     std::string filledIn(std::string text) const {
@@ -128,11 +128,6 @@ protected:
         replaceAll(text, BUNDLE_FILE, "{bundle}");
         replaceAll(text, GREETER_BUNDLE, "{greeter}");
         return withoutTimes(text);
-    }
-
-    static void write(const fs::path& file, const std::string& text) {
-        fs::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << text;
     }
 
     const json& content() const { return GetParam().content; }

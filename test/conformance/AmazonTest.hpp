@@ -1,17 +1,16 @@
 #pragma once
 
-#include <foundation/storage/provider/IProvider.hpp>
 #include <foundation/storage/provider/StorageIRI.hpp>
 #include <s3server/Server.hpp>
 #include <string>
 
+#include "conformance/ProviderFiles.hpp"
+#include "support/FactoryTest.hpp"
 #include "support/Relay.hpp"
 #include "support/TestCertificate.hpp"
-#include "unit/FactoryTest.hpp"
 
 namespace testsupport {
 
-using foundation::storage::provider::IProvider;
 using foundation::storage::provider::StorageIRI;
 
 /// A server in this process in Amazon's place: a proxy leads all of Amazon's names to it, and its certificate
@@ -35,19 +34,6 @@ protected:
         options.credentials.push_back({"machine", "secret-of-machine", "token-of-machine"});
         options.tls = s3server::TlsFiles{files.certificate, files.key};
         return options;
-    }
-
-    static void put(IProvider& provider, const std::u16string& path, const std::string& content) {
-        const auto writer = provider.openWrite(path);
-        writer->write(content.data(), content.size());
-        writer->commit();
-    }
-
-    static std::string get(IProvider& provider, const std::u16string& path) {
-        const auto reader = provider.openRead(path);
-        std::string content(reader->size(), '\0');
-        content.resize(reader->read(0, content.data(), content.size()));
-        return content;
     }
 
     static std::string signatureOf(const s3server::RequestRecord& request) {

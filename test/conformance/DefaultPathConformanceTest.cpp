@@ -1,8 +1,11 @@
 #include <algorithm>
 
-#include "DefaultPathTest.hpp"
+#include "DiagnosticRecord.hpp"
+#include "S3ProviderFactoryV2.hpp"
+#include "conformance/AmazonTest.hpp"
 
 using namespace testsupport;
+using storage::s3provider::S3ProviderFactoryV2;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -11,7 +14,12 @@ using ::testing::Not;
 
 namespace {
 
-using DefaultPath = DefaultPathTest;
+/// Everything as it is without a setting: HTTPS, Amazon's host names with the bucket in front, the region
+/// that S3 tells.
+class DefaultPath : public AmazonTest {
+protected:
+    S3ProviderFactoryV2 factory{nullptr};
+};
 
 TEST_F(DefaultPath, LeadsFromAnIriToAnObject) {
     const auto provider = factory.createProvider(StorageIRI(u"s3://travelled/folder/file"));
@@ -50,8 +58,7 @@ protected:
     TrustedAuthorities() {
         environment.set("AWS_REGION", "eu-west-3");
         // A refused certificate counts as a failing network, which the default mode tries for half a minute.
-        environment.set("AWS_RETRY_MODE", "standard");
-        environment.set("AWS_MAX_ATTEMPTS", "1");
+        tryOnce();
     }
 
     void trust(const std::filesystem::path& file, const std::filesystem::path& folder) {
@@ -61,14 +68,13 @@ protected:
 
     void expectRefusal() {
         const auto provider = factory.createProvider(StorageIRI(u"s3://travelled/"));
-        LogCapture failures("storage::s3provider::S3Client", failedRequests);
+        LogCapture failures(clientChannel, storage::s3provider::LogFailedRequests);
         EXPECT_THROW(provider->stat(u"/file"), std::exception);
         EXPECT_THAT(failures.texts(), Contains(HasSubstr("certificate")));
         EXPECT_THAT(proxy.tunnels(), Not(IsEmpty()));
         EXPECT_THAT(amazon.requests(), IsEmpty());
     }
 
-    static constexpr unsigned failedRequests = 512;
     TestAuthority stranger;
 };
 

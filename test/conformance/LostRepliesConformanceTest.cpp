@@ -5,7 +5,9 @@
 #include <sstream>
 #include <thread>
 
+#include "DiagnosticRecord.hpp"
 #include "conformance/EmbeddedTarget.hpp"
+#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 
@@ -93,7 +95,7 @@ TEST_F(LostReplies, LeaveACompletedUploadThatCantBeCompletedOrAbortedAgain) {
     const auto only = part(id);
     lose("CompleteMultipartUpload");
     EXPECT_THROW(client()->completeMultipartUpload("object", id, {only}), UnknownErrorException);
-    const LogCapture log("storage::s3provider::S3Client", 512);
+    const LogCapture log(clientChannel, storage::s3provider::LogFailedRequests);
     expectFailure<UnknownErrorException>(noIdentifier,
                                          [&] { client()->completeMultipartUpload("object", id, {only}); });
     expectFailure<UnknownErrorException>(noIdentifier, [&] { client()->abortMultipartUpload("object", id); });
@@ -152,7 +154,7 @@ TEST_F(LostRepliesWithRetries, OfACompletionLookAsIfTheUploadHadNeverBeen) {
     const auto id = client()->startMultipartUpload("object", "");
     const auto only = part(id);
     lose("CompleteMultipartUpload");
-    const LogCapture log("storage::s3provider::S3Client", 512);
+    const LogCapture log(clientChannel, storage::s3provider::LogFailedRequests);
     expectFailure<UnknownErrorException>(noIdentifier,
                                          [&] { client()->completeMultipartUpload("object", id, {only}); });
     EXPECT_THAT(log.texts(), ElementsAre(HasSubstr("NoSuchUpload")));

@@ -7,6 +7,7 @@
 #include "S3ProviderFactoryV2.hpp"
 #include "conformance/AmazonTest.hpp"
 #include "support/HeldPort.hpp"
+#include "support/HostileTexts.hpp"
 #include "support/MetadataService.hpp"
 
 using namespace testsupport;
@@ -43,8 +44,7 @@ protected:
     Machine() {
         environment.unset("AWS_ACCESS_KEY_ID");
         environment.unset("AWS_SECRET_ACCESS_KEY");
-        environment.set("AWS_RETRY_MODE", "standard");
-        environment.set("AWS_MAX_ATTEMPTS", "1");
+        tryOnce();
         amazon.createBucket("second", "eu-west-3");
     }
 
@@ -123,6 +123,18 @@ TEST_F(Machine, IsntAskedWhereTheEnvironmentHasKeysAndARegion) {
         }
         EXPECT_EQ(service.asked(), 0u) << region;
     }
+}
+
+TEST_F(Machine, IsServedWhateverIsSaidOfAServiceThatItDoesntNeed) {
+    setKeys();
+    environment.set("AWS_REGION", "eu-west-3");
+    for (const char* const variable :
+         {"AWS_EC2_METADATA_SERVICE_ENDPOINT", "AWS_EC2_METADATA_SERVICE_ENDPOINT_MODE"})
+        for (const auto& text : hostileTexts()) {
+            SCOPED_TRACE(variable + (": " + shown(text)));
+            const Environment hostile{{variable, text}};
+            put(*Started().open(u"travelled"), u"file", "content");
+        }
 }
 
 TEST_F(Machine, SignsNothingAndLeavesASilentServiceAlone) {

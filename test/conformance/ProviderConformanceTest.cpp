@@ -4,10 +4,12 @@
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
 #include "conformance/EmbeddedTarget.hpp"
+#include "conformance/ProviderFiles.hpp"
 #include "support/CloudFailure.hpp"
 
 using namespace testsupport;
-using namespace foundation::storage::provider;
+using foundation::storage::provider::Entry;
+using foundation::storage::provider::EntryKind;
 using storage::cloudprovider::FolderPolicy;
 using testing::Contains;
 using testing::IsEmpty;
@@ -33,19 +35,6 @@ const std::u16string awkwardNames[] = {
 
 class ProviderConformance : public testing::TestWithParam<Way> {
 protected:
-    void write(const std::u16string& path, const std::string& content) {
-        const auto writer = provider->openWrite(path);
-        writer->write(content.data(), content.size());
-        writer->commit();
-    }
-
-    std::string read(const std::u16string& path, std::uint64_t offset = 0) {
-        const auto reader = provider->openRead(path);
-        std::string content(static_cast<std::size_t>(reader->size() - offset), '?');
-        EXPECT_EQ(reader->read(offset, content.data(), content.size()), content.size());
-        return content;
-    }
-
     std::vector<std::u16string> namesIn(const std::u16string& folder) {
         std::vector<std::u16string> names;
         for (const Entry& entry : provider->list(folder))
@@ -65,26 +54,26 @@ INSTANTIATE_TEST_SUITE_P(Embedded, ProviderConformance,
 TEST_P(ProviderConformance, GivesBackWhatWasWritten) {
     for (const std::size_t size : {0U, 1U, 2U, 1000U, 9U << 20U}) {
         const std::string content = contentOf(size);
-        write(u"/folder/file", content);
-        EXPECT_TRUE(read(u"/folder/file") == content) << size;
+        put(*provider, u"/folder/file", content);
+        EXPECT_TRUE(get(*provider, u"/folder/file") == content) << size;
         EXPECT_EQ(provider->stat(u"/folder/file")->size, size);
     }
 }
 
 TEST_P(ProviderConformance, ReadsFromTheMiddle) {
     const std::string content = contentOf(5000);
-    write(u"/file", content);
-    EXPECT_EQ(read(u"/file", 4999), content.substr(4999));
-    EXPECT_EQ(read(u"/file", 2500), content.substr(2500));
+    put(*provider, u"/file", content);
+    EXPECT_EQ(get(*provider, u"/file", 4999), content.substr(4999));
+    EXPECT_EQ(get(*provider, u"/file", 2500), content.substr(2500));
     char byte = '?';
     EXPECT_EQ(provider->openRead(u"/file")->read(0, &byte, 1), 1U);
     EXPECT_EQ(byte, content[0]);
 }
 
 TEST_P(ProviderConformance, ListsFilesAndFolders) {
-    write(u"/a", "1");
-    write(u"/b/c", "2");
-    write(u"/b/d/e", "3");
+    put(*provider, u"/a", "1");
+    put(*provider, u"/b/c", "2");
+    put(*provider, u"/b/d/e", "3");
     EXPECT_THAT(namesIn(u"/"), UnorderedElementsAre(u"a", u"b/"));
     EXPECT_THAT(namesIn(u"/b"), UnorderedElementsAre(u"c", u"d/"));
     EXPECT_EQ(provider->stat(u"/b")->kind, EntryKind::Folder);
@@ -100,8 +89,8 @@ TEST_P(ProviderConformance, ListsMoreThanAPage) {
 
 TEST_P(ProviderConformance, TakesAnyName) {
     for (const std::u16string& name : awkwardNames) {
-        write(u"/names/" + name, "content");
-        EXPECT_EQ(read(u"/names/" + name), "content");
+        put(*provider, u"/names/" + name, "content");
+        EXPECT_EQ(get(*provider, u"/names/" + name), "content");
         EXPECT_THAT(namesIn(u"/names"), Contains(name));
         provider->remove(u"/names/" + name);
     }

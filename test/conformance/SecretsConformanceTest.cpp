@@ -3,9 +3,11 @@
 #include <storage/cloudprovider/CloudException.hpp>
 
 #include "AwsS3ClientFactory.hpp"
-#include "DefaultPathTest.hpp"
+#include "S3ProviderFactoryV2.hpp"
+#include "conformance/AmazonTest.hpp"
 
 using namespace testsupport;
+using storage::s3provider::S3ProviderFactoryV2;
 using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -14,8 +16,6 @@ using ::testing::Not;
 using ::testing::SizeIs;
 
 namespace {
-
-constexpr const char* clientChannel = "storage::s3provider::S3Client";
 
 /// Text that begins every secret but the one that the server accepts.
 constexpr const char* planted = "pl4nted-s3cret";
@@ -26,12 +26,10 @@ const std::string& rightSecret() {
 }
 
 /// The default path with a secret at every place that takes one, and ears for all that is said about it.
-class PlantedSecrets : public DefaultPathTest {
+class PlantedSecrets : public AmazonTest {
 protected:
     PlantedSecrets() {
-        environment.set("AWS_RETRY_MODE", "standard");
-        environment.set("AWS_MAX_ATTEMPTS", "1");
-        environment.set("ZR_AWS_RETRYTIMEMS", "0");
+        tryOnce();
         environment.set("ZR_PROXY_USERNAME", "me");
         environment.set("ZR_PROXY_PASSWORD", secret("of the proxy"));
         for (const char* const variable : {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"})

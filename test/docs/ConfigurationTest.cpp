@@ -1,32 +1,30 @@
 #include <gmock/gmock.h>
 
-#include "docs/Sources.hpp"
+#include "docs/DocumentedVariables.hpp"
 
 using docs::Names;
+using ::testing::ContainerEq;
 
 namespace {
 
-/// A variable's name between two of these marks.
-std::regex variableIn(char mark) {
-    return std::regex(mark + std::string("((ZR|AWS|S3VFS|S3SERVER|XDG)_[A-Z0-9_]+|HOME|NO_PROXY|no_proxy)") +
-                      mark);
-}
-
-/// Of the tables, in which a variable's row begins with its name.
-Names variablesDocumented() {
-    std::ifstream in(docs::sources / "docs" / "configuration.md");
-    Names names;
-    for (std::string line; std::getline(in, line);)
-        if (line.rfind("| `", 0) == 0)
-            names.merge(docs::namesIn(line.substr(0, line.find('|', 1)), variableIn('`')));
-    return names;
-}
+/// What libproxy reads.
+const Names readByLibraries = {"http_proxy", "https_proxy", "HTTP_PROXY", "HTTPS_PROXY"};
 
 TEST(Configuration, DocumentsExactlyTheVariablesThatAreRead) {
-    Names readBySources;
-    for (const char* const folder : {"src", "standin", "s3server", "s3vfs"})
-        readBySources.merge(docs::namesBelow(folder, variableIn('"')));
-    EXPECT_THAT(variablesDocumented(), ::testing::ContainerEq(readBySources));
+    Names read = readByLibraries;
+    for (const char* const folder : {"src", "include", "standin", "s3server", "s3vfs", "demo"})
+        read.merge(docs::namesBelow(folder, docs::variableIn('"')));
+    EXPECT_THAT(docs::documentedVariables(), ContainerEq(read));
+}
+
+TEST(Configuration, OfAServerOfYoursIsDocumentedAsItIsRead) {
+    const auto variables = [](const char* file, const char* pattern) {
+        return docs::namesIn(docs::read(docs::sources / file), std::regex(pattern));
+    };
+    const Names read =
+        variables("test/conformance/ConfiguredTarget.cpp", R"re((?:optional|required)\("([A-Z_]+)")re");
+    EXPECT_THAT(variables("docs/integration.md", "`S3PROVIDER_TEST_([A-Z_]+)`"), ContainerEq(read));
+    EXPECT_THAT(variables("bench/Target.cpp", "\"S3PROVIDER_TEST_([A-Z_]+)\""), ::testing::IsSubsetOf(read));
 }
 
 }  // namespace

@@ -52,11 +52,8 @@ protected:
     }
 
     std::filesystem::path writeKeys(const std::string& accessKey) const {
-        const auto file = home.path() / ".aws" / "credentials";
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << "[default]\naws_access_key_id = " << accessKey
-                            << "\naws_secret_access_key = secret\n";
-        return file;
+        return home.write(".aws/credentials", "[default]\naws_access_key_id = " + accessKey +
+                                                  "\naws_secret_access_key = secret\n");
     }
 
     /// The access key that signed the last request; empty when none did.

@@ -23,8 +23,7 @@ protected:
     void SetUp() override {
         if (!Tinyproxy::isInstalled())
             GTEST_SKIP() << "tinyproxy isn't installed; tools/install-deps integration installs it";
-        environment.set("AWS_RETRY_MODE", "standard");
-        environment.set("AWS_MAX_ATTEMPTS", "1");
+        tryOnce();
         plain.createBucket("plain", "eu-west-3");
     }
 
@@ -119,11 +118,11 @@ TEST_F(ThroughTinyproxy, GoesWhatTheSystemsSettingsSendThere) {
 TEST_F(ThroughTinyproxy, GoesWhatTheHostsSettingsSendThere) {
     const Tinyproxy tinyproxy(forUser());
     useNobodysProxy();
-    const auto settings = write("settings.json", R"({"orrery": {"web": {
-        "UseProxy": true, "ProxyHost": "127.0.0.1", "ProxyPort": ")" +
-                                                     std::to_string(tinyproxy.port()) + R"(",
-        "UseProxyAuthentication": true, "ProxyUsername": "proxy-user", "ProxyPassword": "proxy-password"}}})");
-    environment.set("S3VFS_SETTINGS", settings.string());
+    const auto port = std::to_string(tinyproxy.port());
+    const auto settings = R"({"orrery": {"web": {"ProxyPort": ")" + port + R"(", "ProxyHost": "127.0.0.1",
+        "UseProxy": true, "UseProxyAuthentication": true,
+        "ProxyUsername": "proxy-user", "ProxyPassword": "proxy-password"}}})";
+    environment.set("S3VFS_SETTINGS", write("settings.json", settings).string());
     useBucket("travelled");
     expectTunnelsAlone(tinyproxy);
 }
@@ -147,7 +146,7 @@ class RefusalByTinyproxy : public ThroughTinyproxy {
 protected:
     /// What the log and the exception say of a write.
     std::vector<std::string> failureOf(const std::u16string& bucket) {
-        const LogCapture records({"storage::s3provider::S3Client", factoryChannel});
+        const LogCapture records({clientChannel, factoryChannel});
         try {
             put(*factory.createProvider(StorageIRI(u"s3://" + bucket)), u"file", "content");
         } catch (const std::exception& failure) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Client.hpp"
+#include "support/HostileTexts.hpp"
 
 namespace s3server::test {
 namespace {
@@ -118,6 +119,36 @@ TEST(Program, TakesItsKeysFromTheEnvironment) {
     EXPECT_EQ(client.get("/", {{"x-amz-content-sha256", "UNSIGNED-PAYLOAD"}}).status, 200);
     client.signAs("me", "other-secret", "us-east-1");
     EXPECT_EQ(client.get("/", {{"x-amz-content-sha256", "UNSIGNED-PAYLOAD"}}).status, 403);
+}
+
+/// No longer than the environment of a new process may be.
+std::string fitting(const std::string& text) {
+    return text.substr(0, 64UL * 1024);
+}
+
+TEST(Program, TakesAnySecretFromTheEnvironment) {
+    for (const auto& text : testsupport::hostileTexts()) {
+        SCOPED_TRACE(testsupport::shown(text));
+        const std::string secret = fitting(text);
+        Program program({"--log"}, {"S3SERVER_SECRET_KEY=" + secret});
+        Client client(program.endpoint());
+        client.signAs("s3server-access-key", secret.empty() ? "s3server-secret-key" : secret, "us-east-1");
+        EXPECT_EQ(client.get("/", {{"x-amz-content-sha256", "UNSIGNED-PAYLOAD"}}).status, 200);
+        program.send(SIGTERM);
+        EXPECT_EQ(program.wait(), 0);
+        EXPECT_THAT(program.errors(), MatchesRegex("1 GET / ListBuckets 200 [0-9]+ [0-9]+\n"));
+    }
+}
+
+TEST(Program, TakesNoOtherAccessKeyThanTheEnvironments) {
+    for (const auto& text : testsupport::hostileTexts()) {
+        SCOPED_TRACE(testsupport::shown(text));
+        const Program program({}, {"S3SERVER_ACCESS_KEY=" + fitting(text)});
+        Client client(program.endpoint());
+        client.signAs("s3server-access-key", "s3server-secret-key", "us-east-1");
+        EXPECT_EQ(client.get("/", {{"x-amz-content-sha256", "UNSIGNED-PAYLOAD"}}).status,
+                  text.empty() ? 200 : 403);
+    }
 }
 
 TEST(Program, LogsALinePerRequestWithoutSignatures) {

@@ -11,9 +11,9 @@
 
 namespace testsupport {
 
-/// An environment with an empty home folder, without a variable of the SDK, of the plug-in, of proxies or of
-/// certificate stores, and with metadata lookup off. The old one is back at the end. Not for use while
-/// another thread reads the environment.
+/// An environment with an empty home folder, without a variable of the SDK, of the plug-in, of proxies, of
+/// certificate stores or of the stand-in host's settings, and with metadata lookup off. The old one is back
+/// at the end. Not for use while another thread reads the environment.
 class CleanEnvironment {
 public:
     CleanEnvironment() {
@@ -30,7 +30,7 @@ private:
     static bool isHarmful(std::string_view name) {
         for (const std::string_view harmful :
              {"http_proxy", "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY",
-              "NO_PROXY", "SSL_CERT_FILE", "SSL_CERT_DIR"})
+              "NO_PROXY", "SSL_CERT_FILE", "SSL_CERT_DIR", "XDG_CONFIG_HOME", "S3VFS_SETTINGS"})
             if (name == harmful) return true;
         return name.substr(0, 4) == "AWS_" || name.substr(0, 3) == "ZR_";
     }

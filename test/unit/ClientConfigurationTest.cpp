@@ -2,7 +2,7 @@
 #include <stdexcept>
 
 #include "AwsS3ClientFactory.hpp"
-#include "unit/FactoryTest.hpp"
+#include "support/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;

@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "S3CloudClient.hpp"
+#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/MockS3Client.hpp"
 
 namespace testsupport {
 
-constexpr const char* clientChannel = "storage::s3provider::S3Client";
 constexpr unsigned allLevels = LogCapture::allLevels;
 
 inline Aws::S3::S3Error s3Error(Aws::S3::S3Errors type, const std::string& name = "",

@@ -6,7 +6,7 @@
 #include <future>
 
 #include "S3ProviderFactoryV2.hpp"
-#include "unit/FactoryTest.hpp"
+#include "support/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace foundation::storage::provider;

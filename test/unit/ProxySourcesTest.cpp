@@ -4,7 +4,7 @@
 #include <settings/core/Settings.hpp>
 #include <settings/in_orrery/settings.hpp>
 
-#include "unit/FactoryTest.hpp"
+#include "support/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;

@@ -1,6 +1,6 @@
 #include "AwsS3ClientFactory.hpp"
+#include "support/FactoryTest.hpp"
 #include "unit/CloudClientTest.hpp"
-#include "unit/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;

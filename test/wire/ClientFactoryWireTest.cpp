@@ -8,8 +8,8 @@
 #include "AwsS3ClientFactory.hpp"
 #include "DiagnosticRecord.hpp"
 #include "S3ProviderFactoryV2.hpp"
+#include "support/FactoryTest.hpp"
 #include "support/ScriptedServer.hpp"
-#include "unit/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;
@@ -148,7 +148,7 @@ TEST_F(ClientFactory, UsesTheEmptyRegionsClientWhenS3DoesNotTell) {
 }
 
 TEST_F(ClientFactory, HandsTheRegionOnAsFarAsItIsKnown) {
-    const LogCapture made{"storage::s3provider::S3Client", LogArguments};
+    const LogCapture made{clientChannel, LogArguments};
     const foundation::storage::provider::StorageIRI iri(u"s3://bucket/");
     amazon.expect(deniedLocation);
     factory.createProvider(iri);

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <thread>
 
+#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/ScriptedServer.hpp"
@@ -46,7 +47,7 @@ TEST(CloudClientThreads, ShareOneClientAndKeepTheirOwnIndentation) {
     constexpr int threadCount = 8;
     constexpr int callsEach = 20;
     ScriptedServer server({{Step::send(httpReply(200, {}, "content"))}}, {std::nullopt, false, true});
-    LogCapture log({"storage::s3provider::S3Client"}, 0x7FFF);
+    LogCapture log({clientChannel}, 0x7FFF);
     storage::s3provider::S3CloudClient client("b", plainClient(server.endpoint()), {1, 0}, "eu-west-3");
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads;

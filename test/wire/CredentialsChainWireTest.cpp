@@ -12,8 +12,8 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "ZRCredentialsProviderChain.hpp"
+#include "support/FactoryTest.hpp"
 #include "support/ScriptedServer.hpp"
-#include "unit/FactoryTest.hpp"
 
 using namespace testsupport;
 using storage::s3provider::ZRCredentialsProviderChain;

@@ -4,8 +4,8 @@
 
 #include "S3ProviderFactoryV2.hpp"
 #include "support/CloudFailure.hpp"
+#include "support/FactoryTest.hpp"
 #include "support/ScriptedServer.hpp"
-#include "unit/FactoryTest.hpp"
 
 using namespace testsupport;
 using foundation::storage::provider::IProvider;
@@ -30,8 +30,7 @@ protected:
         environment.set("AWS_ACCESS_KEY_ID", "key");
         environment.set("AWS_SECRET_ACCESS_KEY", "secret");
         // Requests that go elsewhere by mistake are to fail soon.
-        environment.set("AWS_RETRY_MODE", "standard");
-        environment.set("AWS_MAX_ATTEMPTS", "1");
+        tryOnce();
     }
 
     void TearDown() override {

@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include "DiagnosticRecord.hpp"
+#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/ScriptedServer.hpp"
@@ -88,7 +90,7 @@ TEST_P(RefusedCertificate, EndsTheCallBeforeAByteIsSent) {
     ScriptedServer server({}, certified(refused.certified, refused.validity));
     auto configuration = to(server);
     trust(refused.trustsAnother ? otherAuthority : authority, refused.how, configuration);
-    const LogCapture log("storage::s3provider::S3Client", 512);
+    const LogCapture log(clientChannel, storage::s3provider::LogFailedRequests);
     {
         auto client = clientOf(configuration);
         std::istringstream in("content");

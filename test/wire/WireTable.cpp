@@ -12,6 +12,7 @@
 #include <sstream>
 #include <typeinfo>
 
+#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/ScriptedServer.hpp"
@@ -20,7 +21,6 @@ namespace testsupport {
 
 namespace {
 
-constexpr const char* channel = "storage::s3provider::S3Client";
 constexpr unsigned levelsBesideTheTrace = 2 | 4 | 16 | 512;
 
 std::string lowerCase(std::string text) {
@@ -82,7 +82,7 @@ void expectConversation(const WireCase& conversation) {
     ScriptedServer server(scripts);
     storage::s3provider::S3CloudClient client("b", plainClient(server.endpoint()), conversation.settings,
                                               conversation.region);
-    LogCapture log({channel}, levelsBesideTheTrace);
+    LogCapture log({clientChannel}, levelsBesideTheTrace);
     EXPECT_EQ(outcomeOf(conversation, client), conversation.outcome);
     EXPECT_EQ(asWritten(log.records()), conversation.log);
     expectRequests(conversation, server);

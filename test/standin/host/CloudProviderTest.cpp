@@ -13,6 +13,7 @@
 #include "MemoryClient.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/Environment.hpp"
+#include "support/HostileTexts.hpp"
 #include "support/TemporaryFolder.hpp"
 
 namespace {
@@ -20,8 +21,13 @@ namespace {
 using namespace testsupport;
 using namespace storage::cloudprovider;
 using namespace foundation::storage::provider;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Lt;
+using testing::SizeIs;
+using testing::ThrowsMessage;
 using testing::UnorderedElementsAre;
 
 class CloudProviderTest : public testing::Test {
@@ -317,9 +323,19 @@ TEST_F(CloudProviderWrite, LeavesNoTemporaryFileBehind) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
-TEST_F(CloudProviderWrite, NeedsAFolderForItsTemporaryFile) {
-    const Environment environment{{"TMPDIR", "/nowhere"}};
-    EXPECT_THROW(provider->openWrite(u"/f"), std::system_error);
+TEST_F(CloudProviderWrite, GoesThroughTheUsualFolderWhereNoneIsNamed) {
+    const Environment environment{{"TMPDIR", ""}};
+    provider->openWrite(u"/f")->commit();
+    EXPECT_THAT(bucket->calls, ElementsAre("upload f 0"));
+}
+
+TEST_F(CloudProviderWrite, BlamesTheVariableThatNamesNoFolder) {
+    for (const std::string& text : hostileTexts()) {
+        SCOPED_TRACE(shown(text));
+        const Environment environment{{"TMPDIR", "/nowhere/" + text}};
+        EXPECT_THAT([&] { provider->openWrite(u"/f"); },
+                    ThrowsMessage<std::system_error>(AllOf(HasSubstr("TMPDIR"), SizeIs(Lt(200U)))));
+    }
 }
 
 TEST_F(CloudProviderTest, RemovesFiles) {

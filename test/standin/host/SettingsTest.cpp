@@ -94,10 +94,7 @@ protected:
     ~SettingsFiles() override { useSettingsRoot(nullptr); }
 
     std::string write(const std::string& name, const std::string& content) {
-        const auto file = folder / name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << content;
-        return file;
+        return temporary.write(name, content);
     }
 
     const testsupport::TemporaryFolder temporary;

@@ -1,7 +1,5 @@
 #include "EnvironmentTest.hpp"
 
-#include <fstream>
-
 using testsupport::Script;
 using testsupport::ScriptedServer;
 using testsupport::Step;
@@ -16,10 +14,7 @@ void EnvironmentTest::initializeSdk() {
 }
 
 std::filesystem::path EnvironmentTest::write(const std::string& name, const std::string& content) const {
-    std::filesystem::path file = home() / name;
-    std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << content;
-    return file;
+    return clean_.home().write(name, content);
 }
 
 std::string toString(const Aws::Auth::AWSCredentials& credentials) {

@@ -4,33 +4,31 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "support/Channels.hpp"
 #include "support/CleanEnvironment.hpp"
 #include "support/Environment.hpp"
 #include "support/LogCapture.hpp"
 
 namespace testsupport {
 
-constexpr const char* factoryChannel = "storage::s3provider::AwsS3ClientFactory";
-
 /// An environment in which nothing is set that chooses a region, credentials, a proxy or certificates: an
 /// empty home, no AWS or ZR variable, no metadata service, proxies off.
 class FactoryTest : public ::testing::Test {
 protected:
-    FactoryTest() {
-        environment.unset("XDG_CONFIG_HOME");
-        environment.unset("S3VFS_SETTINGS");
-        environment.set("ZR_AWS_PROXY", "OFF");
+    FactoryTest() { environment.set("ZR_AWS_PROXY", "OFF"); }
+
+    /// What fails does so at once: a request is tried once, and a download again without a pause.
+    void tryOnce() {
+        environment.set("AWS_RETRY_MODE", "standard");
+        environment.set("AWS_MAX_ATTEMPTS", "1");
+        environment.set("ZR_AWS_RETRYTIMEMS", "0");
     }
 
     /// Writes a file below the home folder.
     std::filesystem::path write(const std::string& name, const std::string& content) const {
-        const auto file = home.path() / name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << content;
-        return file;
+        return home.write(name, content);
     }
 
     const CleanEnvironment clean;
