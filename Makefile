@@ -32,8 +32,8 @@ demo: configure
 test: build
 	ctest --preset dev -j "$$(nproc)"
 
-# The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy. Tests skip what isn't installed; here
-# all of it must be.
+# The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy and
+# through time. Tests skip what isn't installed; here all of it must be.
 integration: configure
 	tools/install-deps integration
 	cmake --build --preset dev --target s3provider_integration
