@@ -1,19 +1,30 @@
 #pragma once
 
+#include <mutex>
 #include <shared_mutex>
 
 namespace Aws::Utils::Threading {
 
-/// Many readers or one writer. Not recursive.
+/// Many readers or one writer. A writer who waits is let in before readers who come later. Not recursive.
 class ReaderWriterLock {
 public:
-    void LockReader() { mutex_.lock_shared(); }
+    void LockReader() {
+        const std::lock_guard entering(entrance_);
+        mutex_.lock_shared();
+    }
+
     void UnlockReader() { mutex_.unlock_shared(); }
-    void LockWriter() { mutex_.lock(); }
+
+    void LockWriter() {
+        const std::lock_guard entering(entrance_);
+        mutex_.lock();
+    }
+
     void UnlockWriter() { mutex_.unlock(); }
 
 private:
-    std::shared_mutex mutex_;
+    std::shared_mutex mutex_;  // which alone may let readers in for ever
+    std::mutex entrance_;      // held while waiting for mutex_
 };
 
 /// Reads for its lifetime, and can become the writer.
