@@ -42,6 +42,7 @@ integration: configure
 	done
 	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }
 	ctest --preset integration -j "$$(nproc)"
+	@grep -h SKIPPED $(build_dir)/Testing/Temporary/LastTest.log || true  # why a test was left out
 
 # The unit, wire, conformance and bundle tests and the fuzz corpora once more under each sanitizer.
 sanitizers:

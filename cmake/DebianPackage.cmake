@@ -1,6 +1,6 @@
 # `make package`: a .deb of all that is installed. dpkg-shlibdeps tells what it depends on.
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_CONTACT "s3provider maintainers <maintainers@users.noreply.c-seed-4676eb97.example>")
+set(CPACK_PACKAGE_CONTACT "s3provider maintainers <maintainers@s3provider.example>")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION libs)
