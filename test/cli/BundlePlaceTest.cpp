@@ -19,8 +19,10 @@ protected:
         fs::copy(S3VFS_PROGRAM, place.path() / "bin");
     }
 
-    testsupport::Finished run() const {
-        return testsupport::run({place.path() / "bin" / "s3vfs", "bundle"}, {}, place.path().string());
+    testsupport::Finished run(const std::vector<std::string>& options = {}) const {
+        std::vector<std::string> command = {place.path() / "bin" / "s3vfs", "bundle"};
+        command.insert(command.end(), options.begin(), options.end());
+        return testsupport::run(command, {}, place.path().string());
     }
 
     const testsupport::TemporaryFolder place;
@@ -33,6 +35,12 @@ TEST_F(InstalledProgram, FindsTheBundleWhereLibrariesAreInstalled) {
     const auto finished = run();
     EXPECT_EQ(finished.status, 0) << finished.err;
     EXPECT_THAT(finished.out, HasSubstr("file       " + bundle.string() + "\n"));
+}
+
+TEST_F(InstalledProgram, TakesTheBundleThatIsNamedThoughNoneIsInItsPlace) {
+    const auto finished = run({"--bundle", BUNDLE_FILE});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(finished.out, HasSubstr("file       " + std::string(BUNDLE_FILE) + "\n"));
 }
 
 TEST_F(InstalledProgram, TellsWhereItLookedForTheBundleThatIsMissing) {
