@@ -6,6 +6,7 @@
 #include <libelf.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -54,6 +55,18 @@ void writeElf(const std::string& path, const std::string& sectionName, std::stri
     if (elf_update(elf, ELF_C_WRITE) < 0) throw std::runtime_error(elf_errmsg(-1));
     elf_end(elf);
     close(file);
+}
+
+/// Lets a section of such a file say that it has this many bytes; the file has them, as a hole.
+void growSection(const std::string& path, std::uint64_t number, std::uint64_t size) {
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    Elf64_Ehdr header;
+    file.read(reinterpret_cast<char*>(&header), sizeof header);
+    file.seekp(static_cast<std::streamoff>(header.e_shoff + number * sizeof(Elf64_Shdr) +
+                                           offsetof(Elf64_Shdr, sh_size)));
+    file.write(reinterpret_cast<const char*>(&size), sizeof size);
+    file.close();
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) + size);
 }
 
 class BundleFile : public testing::Test {
@@ -113,6 +126,17 @@ TEST_F(BundleFile, NeedsAManifestThatIsUnderstood) {
     EXPECT_EQ(errorOfInstalling(path("bad.so")),
               "can't install the bundle " + path("bad.so") +
                   ": its manifest isn't understood: 'bundle.symbolic_name' is missing");
+}
+
+TEST_F(BundleFile, IsNotReadWhereASectionIsHuge) {
+    constexpr std::uint64_t gigabytes = std::uint64_t{3} << 30;
+    for (const std::uint64_t section : {1u, 2u}) {
+        const std::string file = path(std::to_string(section) + ".so");
+        writeElf(file, ".us_resources", test::archiveOf({{"huge/manifest.json", "{}"}}));
+        growSection(file, section, gigabytes);
+        EXPECT_THAT(errorOfInstalling(file), HasSubstr("has a section larger than 16777216 bytes"))
+            << section;
+    }
 }
 
 TEST_F(BundleFile, IsRefusedWhenItIsCutOff) {

@@ -29,6 +29,19 @@ private:
     int descriptor_;
 };
 
+GElf_Shdr headerOf(Elf_Scn* section) {
+    GElf_Shdr header;
+    if (!gelf_getshdr(section, &header)) throw std::runtime_error("has a damaged table of sections");
+    return header;
+}
+
+/// libelf reads a section whole.
+void requireReadable(Elf_Scn* section) {
+    if (headerOf(section).sh_size > maximumSectionSize)
+        throw std::runtime_error("has a section larger than " + std::to_string(maximumSectionSize) +
+                                 " bytes where its resources or its sections' names are");
+}
+
 using ElfFile = std::unique_ptr<Elf, decltype(&elf_end)>;
 
 ElfFile openElf(const OpenFile& file) {
@@ -41,10 +54,9 @@ ElfFile openElf(const OpenFile& file) {
 Elf_Scn* findSection(Elf* elf, const std::string& wanted) {
     std::size_t names = 0;
     if (elf_getshdrstrndx(elf, &names) != 0) return nullptr;
+    requireReadable(elf_getscn(elf, names));
     for (Elf_Scn* section = elf_nextscn(elf, nullptr); section; section = elf_nextscn(elf, section)) {
-        GElf_Shdr header;
-        if (!gelf_getshdr(section, &header)) continue;
-        const char* name = elf_strptr(elf, names, header.sh_name);
+        const char* name = elf_strptr(elf, names, headerOf(section).sh_name);
         if (name && wanted == name) return section;
     }
     return nullptr;
@@ -57,6 +69,7 @@ std::string readElfSection(const std::string& path, const std::string& section) 
     const ElfFile elf = openElf(file);
     Elf_Scn* found = findSection(elf.get(), section);
     if (!found) throw std::runtime_error("has no section " + section + ", so it holds no bundle");
+    requireReadable(found);
     const Elf_Data* data = elf_rawdata(found, nullptr);
     if (!data || !data->d_buf) throw std::runtime_error("has a section " + section + " that can't be read");
     return {static_cast<const char*>(data->d_buf), data->d_size};
