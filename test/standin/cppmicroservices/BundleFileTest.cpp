@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <libelf.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstddef>
@@ -109,6 +110,12 @@ TEST_F(BundleFile, NeedsToBeAnElfFile) {
         EXPECT_EQ(errorOfInstalling(path(name)),
                   "can't install the bundle " + path(name) + ": isn't a shared library (ELF)");
     EXPECT_THAT(errorOfInstalling(folder_.path()), StartsWith("can't install the bundle "));
+}
+
+TEST_F(BundleFile, IsNotWaitedForWhenItIsAPipe) {
+    ASSERT_EQ(mkfifo(path("pipe.so").c_str(), 0600), 0);
+    EXPECT_EQ(errorOfInstalling(path("pipe.so")),
+              "can't install the bundle " + path("pipe.so") + ": isn't a regular file");
 }
 
 TEST_F(BundleFile, NeedsResources) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -71,6 +72,15 @@ TEST(ServiceThreads, ComponentsFollowServicesOfManyThreads) {
     EXPECT_EQ(count("made"), count("activated"));
     EXPECT_EQ(count("made"), count("deactivated"));
     EXPECT_EQ(count("made"), count("destroyed"));
+}
+
+TEST(ServiceThreads, BundlesAreInstalledOnceByManyThreads) {
+    for (int round = 0; round < rounds / 4; ++round) {
+        test::StartedFramework framework;
+        const auto before = framework.context().GetBundles().size();
+        inThreads(4, [&framework] { framework.install(GREETER_BUNDLE); });
+        EXPECT_EQ(framework.context().GetBundles().size(), before + 1);
+    }
 }
 
 TEST(ServiceThreads, BundlesStartAndStopOnManyThreads) {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gelf.h>
 #include <libelf.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,7 +17,9 @@ namespace {
 
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& path) : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    // A pipe without a writer is opened at once, too.
+    explicit OpenFile(const std::string& path)
+        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
         if (descriptor_ < 0) throw std::system_error(errno, std::generic_category(), "can't be opened");
     }
     OpenFile(const OpenFile&) = delete;
@@ -24,6 +27,11 @@ public:
     ~OpenFile() { close(descriptor_); }
 
     int descriptor() const { return descriptor_; }
+
+    bool isRegular() const {
+        struct stat status;
+        return fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
+    }
 
 private:
     int descriptor_;
@@ -66,6 +74,7 @@ Elf_Scn* findSection(Elf* elf, const std::string& wanted) {
 
 std::string readElfSection(const std::string& path, const std::string& section) {
     const OpenFile file(path);
+    if (!file.isRegular()) throw std::runtime_error("isn't a regular file");
     const ElfFile elf = openElf(file);
     Elf_Scn* found = findSection(elf.get(), section);
     if (!found) throw std::runtime_error("has no section " + section + ", so it holds no bundle");

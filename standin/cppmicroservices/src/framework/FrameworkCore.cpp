@@ -77,19 +77,21 @@ bool FrameworkCore::waitForStop(std::chrono::milliseconds timeout) const {
 }
 
 std::shared_ptr<InstalledBundle> FrameworkCore::install(const std::string& location) {
-    const std::lock_guard lock(mutex_);
-    const auto known = std::find_if(bundles_.begin(), bundles_.end(),
-                                    [&](const auto& bundle) { return bundle->location() == location; });
-    if (known != bundles_.end()) return *known;
+    for (const auto& bundle : bundles())
+        if (bundle->location() == location) return bundle;
+    // Read without the lock, which every use of a context takes: the file may be a slow one.
+    return add(location, manifestOf(location));
+}
 
-    Manifest manifest = manifestOf(location);
-    const auto twin = std::find_if(bundles_.begin(), bundles_.end(), [&](const auto& bundle) {
-        return bundle->manifest().symbolicName == manifest.symbolicName &&
-               bundle->manifest().version == manifest.version;
-    });
-    if (twin != bundles_.end())
-        throw std::runtime_error("can't install the bundle " + location + ": " + manifest.symbolicName + " " +
-                                 manifest.version + " is installed from " + (*twin)->location());
+std::shared_ptr<InstalledBundle> FrameworkCore::add(const std::string& location, Manifest manifest) {
+    const std::lock_guard lock(mutex_);
+    for (const auto& bundle : bundles_) {
+        if (bundle->location() == location) return bundle;  // another thread was faster
+        if (bundle->manifest().symbolicName == manifest.symbolicName &&
+            bundle->manifest().version == manifest.version)
+            throw std::runtime_error("can't install the bundle " + location + ": " + manifest.symbolicName +
+                                     " " + manifest.version + " is installed from " + bundle->location());
+    }
     bundles_.push_back(
         std::make_shared<InstalledBundle>(weak_from_this(), ++lastBundleId_, location, std::move(manifest)));
     return bundles_.back();

@@ -48,6 +48,7 @@ public:
     void forget(const InstalledBundle& bundle);
 
 private:
+    std::shared_ptr<InstalledBundle> add(const std::string& location, Manifest manifest);
     void become(Bundle::State state);
 
     const std::shared_ptr<ServiceRegistry> registry_ = std::make_shared<ServiceRegistry>();
