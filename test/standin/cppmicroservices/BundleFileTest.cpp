@@ -156,6 +156,17 @@ TEST_F(BundleFile, IsRefusedWhenItIsCutOff) {
     }
 }
 
+TEST_F(BundleFile, IsLoadedFromTheFolderThatItWasInstalledFrom) {
+    const auto before = std::filesystem::current_path();
+    std::filesystem::copy_file(GREETER_BUNDLE, path("copy.so"));
+    std::filesystem::current_path(folder_.path());
+    Bundle bundle = framework_.install("copy.so");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(bundle.GetLocation(), "copy.so");
+    EXPECT_NO_THROW(bundle.Start());
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_ACTIVE);
+}
+
 TEST_F(BundleFile, IsNotStartedWhenItCannotBeLoaded) {
     writeElf(path("unloadable.so"), ".us_resources",
              test::archiveOf({{"unloadable/manifest.json", R"({"bundle.symbolic_name": "unloadable"})"}}));

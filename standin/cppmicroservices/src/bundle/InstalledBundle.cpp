@@ -14,7 +14,11 @@ using Components = std::vector<std::shared_ptr<Component>>;
 
 InstalledBundle::InstalledBundle(std::weak_ptr<FrameworkCore> core, long id, std::string location,
                                  Manifest manifest)
-    : core_(std::move(core)), id_(id), location_(std::move(location)), manifest_(std::move(manifest)) {}
+    : core_(std::move(core)),
+      id_(id),
+      location_(std::move(location)),
+      file_(std::filesystem::absolute(location_)),
+      manifest_(std::move(manifest)) {}
 
 InstalledBundle::~InstalledBundle() {
     stop();
@@ -84,7 +88,7 @@ void InstalledBundle::stopTakingTurn() {
 
 SharedLibrary InstalledBundle::load() {
     try {
-        return SharedLibrary(location_);
+        return SharedLibrary(file_);
     } catch (const std::runtime_error& error) {
         throw SharedLibraryException(std::make_error_code(std::errc::executable_format_error), error.what(),
                                      Bundle(shared_from_this()));

@@ -6,6 +6,7 @@
 #include "framework/BundleContextPrivate.hpp"
 
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -48,6 +49,7 @@ private:
     const std::weak_ptr<FrameworkCore> core_;
     const long id_;
     const std::string location_;
+    const std::filesystem::path file_;
     const Manifest manifest_;
 
     std::mutex turn_;  // held while it is started or stopped

@@ -15,14 +15,14 @@ std::string loaderError() {
 
 }  // namespace
 
-SharedLibrary::SharedLibrary(const std::string& path)
+SharedLibrary::SharedLibrary(const std::filesystem::path& path)
     : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    if (!handle_) throw std::runtime_error("can't load " + path + ": " + loaderError());
+    if (!handle_) throw std::runtime_error("can't load " + path.string() + ": " + loaderError());
 }
 
 void* SharedLibrary::symbol(const std::string& name) const {
     void* address = dlsym(handle_, name.c_str());
-    if (!address) throw std::runtime_error(path_ + " exports no function " + name);
+    if (!address) throw std::runtime_error(path_.string() + " exports no function " + name);
     return address;
 }
 

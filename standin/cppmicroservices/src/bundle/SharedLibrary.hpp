@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace cppmicroservices::detail {
@@ -8,8 +9,9 @@ namespace cppmicroservices::detail {
 /// the framework proper doesn't unload either.
 class SharedLibrary {
 public:
-    /// Throws std::runtime_error with the loader's reason. Its symbols aren't seen by others.
-    explicit SharedLibrary(const std::string& path);
+    /// The path is absolute, since the loader looks for bare names elsewhere. Throws std::runtime_error with
+    /// the loader's reason. Its symbols aren't seen by others.
+    explicit SharedLibrary(const std::filesystem::path& path);
 
     /// Throws std::runtime_error when the library exports no such function.
     template <class Function>
@@ -20,7 +22,7 @@ public:
 private:
     void* symbol(const std::string& name) const;
 
-    std::string path_;
+    std::filesystem::path path_;
     void* handle_;
 };
 
