@@ -27,10 +27,11 @@ if(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN)
   message(STATUS "CppMicroServices: stand-in")
 else()
   add_library(s3provider_cppmicroservices INTERFACE)
-  # The Declarative Services bundle needs the latter two in whatever process starts it, and its own run path doesn't say
-  # where they are.
+  # The Declarative Services bundle needs the latter two, as far as there are two, in whatever process starts it, and its
+  # own run path doesn't say where they are.
   target_link_libraries(s3provider_cppmicroservices INTERFACE CppMicroServices
-    -Wl,--push-state,--no-as-needed usServiceComponent usAsyncWorkService -Wl,--pop-state)
+    -Wl,--push-state,--no-as-needed usServiceComponent $<TARGET_NAME_IF_EXISTS:usAsyncWorkService>
+    -Wl,--pop-state)
   add_library(s3provider::cppmicroservices ALIAS s3provider_cppmicroservices)
   set_target_properties(s3provider_cppmicroservices PROPERTIES EXPORT_NAME cppmicroservices)
   install(TARGETS s3provider_cppmicroservices EXPORT S3Provider)
