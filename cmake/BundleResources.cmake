@@ -6,7 +6,7 @@ enable_language(ASM)
 # bundle_resources(TARGET NAME FILE...): puts the files into the library as resources of the bundle NAME. The same
 # files make the same bytes, whoever builds them and when.
 function(bundle_resources target name)
-  set(archive "${CMAKE_CURRENT_BINARY_DIR}/${name}.zip")
+  set(archive "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.zip")
   bundle_archive("${archive}" ${name} ${ARGN})
   if(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
     bundle_elf_section(${target} "${archive}")
@@ -19,7 +19,7 @@ endfunction()
 # Deflated, with an entry for the folder. Neither the builder's clock, time zone, umask nor user shows.
 function(bundle_archive archive name)
   find_program(ZIP_PROGRAM zip REQUIRED)
-  set(stage "${CMAKE_CURRENT_BINARY_DIR}/resources")
+  cmake_path(REPLACE_EXTENSION archive LAST_ONLY "" OUTPUT_VARIABLE stage)
   add_custom_command(OUTPUT "${archive}"
     COMMAND ${CMAKE_COMMAND} -E rm -rf "${stage}" "${archive}"
     COMMAND install -d -m 755 "${stage}/${name}"

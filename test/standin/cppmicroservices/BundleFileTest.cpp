@@ -197,6 +197,24 @@ TEST_F(BundleFile, TellsTheLogWhyAComponentIsNotActive) {
     EXPECT_EQ(framework_.log(), "component test::PoliteGreeter can't be activated: nothing polite to say\n");
 }
 
+TEST_F(BundleFile, TellsTheLogWhyAComponentIsNotDeactivated) {
+    Bundle bundle = framework_.start(GREETER_BUNDLE);
+    const auto journal = std::make_shared<test::Journal>();
+    test::registerPhrase(framework_.context(), "stay", journal);
+    bundle.Stop();
+    EXPECT_EQ(framework_.log(), "component test::PoliteGreeter can't be deactivated: a guest is here\n");
+    EXPECT_THAT(journal->events(), testing::ElementsAre("made", "activated", "destroyed"));
+}
+
+TEST_F(BundleFile, HasAComponentNotActivatedThatDoesNotProvideItsInterfaces) {
+    framework_.start(MISFIT_BUNDLE);
+    const auto journal = std::make_shared<test::Journal>();
+    test::registerPhrase(framework_.context(), "hello", journal);
+    EXPECT_EQ(framework_.log(),
+              "component test::Misfit can't be activated: it doesn't provide test::Greeter\n");
+    EXPECT_THAT(journal->events(), testing::ElementsAre("made", "destroyed"));
+}
+
 TEST_F(BundleFile, HasItsComponentMadeBeforeAnybodyAsksForIt) {
     framework_.start(GREETER_BUNDLE);
     const auto journal = std::make_shared<test::Journal>();

@@ -8,11 +8,10 @@ namespace cppmicroservices::detail {
 
 namespace {
 
-InstanceFunctions::Instance activated(const InstanceFunctions& functions,
-                                      const std::shared_ptr<BoundContext>& context) {
+InstanceFunctions::Instance created(const InstanceFunctions& functions,
+                                    const std::shared_ptr<BoundContext>& context) {
     InstanceFunctions::Instance instance = functions.make();
     instance->CreateInstance(context);
-    instance->Activate();
     return instance;
 }
 
@@ -27,20 +26,23 @@ InterfaceMapPtr providedBy(ComponentInstance& instance, const std::vector<std::s
 }  // namespace
 
 ActiveComponent::ActiveComponent(const ComponentDescription& description, const InstanceFunctions& functions,
-                                 long bundleId, std::shared_ptr<BoundContext> context,
-                                 ServiceRegistry& registry)
-    : context_(std::move(context)), instance_(activated(functions, context_)), registry_(registry) {
-    if (description.interfaces.empty()) return;
-    service_ =
-        registry_.add(bundleId, providedBy(*instance_, description.interfaces), context_->GetProperties());
+                                 const ComponentHome& home, std::shared_ptr<BoundContext> context)
+    : description_(description),
+      home_(home),
+      context_(std::move(context)),
+      instance_(created(functions, context_)) {
+    const auto provided = providedBy(*instance_, description_.interfaces);
+    instance_->Activate();
+    if (description_.interfaces.empty()) return;
+    service_ = home_.registry->add(home_.bundleId, provided, context_->GetProperties());
 }
 
 ActiveComponent::~ActiveComponent() {
-    if (service_) registry_.remove(*service_);
+    if (service_) home_.registry->remove(*service_);
     try {
         instance_->Deactivate();
     } catch (...) {
-        // It is deleted all the same.
+        home_.log->report(description_.name, "can't be deactivated");
     }
 }
 

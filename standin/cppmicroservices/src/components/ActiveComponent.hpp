@@ -1,6 +1,7 @@
 #pragma once
 
 #include "components/BoundContext.hpp"
+#include "components/ComponentHome.hpp"
 #include "components/InstanceFunctions.hpp"
 #include "services/ServiceRegistry.hpp"
 
@@ -11,22 +12,24 @@ namespace cppmicroservices::detail {
 /// A component's one instance, active and registered for as long as this object lives.
 class ActiveComponent {
 public:
-    /// Makes, activates and registers it, in this order. Throws what the component throws, and
-    /// ComponentException when it doesn't provide the interfaces it is described with.
+    /// Makes, activates and registers it, in this order. Throws what the component throws, and, before it is
+    /// activated, ComponentException when it doesn't provide the interfaces it is described with. Refers to
+    /// the description and the home.
     ActiveComponent(const ComponentDescription& description, const InstanceFunctions& functions,
-                    long bundleId, std::shared_ptr<BoundContext> context, ServiceRegistry& registry);
+                    const ComponentHome& home, std::shared_ptr<BoundContext> context);
     ActiveComponent(const ActiveComponent&) = delete;
     ActiveComponent& operator=(const ActiveComponent&) = delete;
 
-    /// Withdraws, deactivates and deletes it.
+    /// Withdraws, deactivates and deletes it; a failure to deactivate goes to the log.
     ~ActiveComponent();
 
     const BoundContext& context() const { return *context_; }
 
 private:
+    const ComponentDescription& description_;
+    const ComponentHome& home_;
     const std::shared_ptr<BoundContext> context_;
     InstanceFunctions::Instance instance_;
-    ServiceRegistry& registry_;
     ServiceRegistry::Service service_;  // null when the component provides none
 };
 

@@ -3,7 +3,6 @@
 #include "cppmicroservices/servicecomponent/ComponentConstants.hpp"
 
 #include <algorithm>
-#include <exception>
 #include <utility>
 
 namespace cppmicroservices::detail {
@@ -86,10 +85,8 @@ void Component::fit() {
     if (active_ || !enabled) return;
     try {
         activate();
-    } catch (const std::exception& error) {
-        home_.log->report("component " + description_.name + " can't be activated: " + error.what());
     } catch (...) {
-        home_.log->report("component " + description_.name + " can't be activated");
+        home_.log->report(description_.name, "can't be activated");
     }
 }
 
@@ -100,8 +97,7 @@ void Component::activate() {
     if (std::any_of(services.begin(), services.end(), isMissing)) return;
     auto context =
         std::make_shared<BoundContext>(description_, properties(), home_.bundle, std::move(services));
-    replaceActive(std::make_unique<ActiveComponent>(description_, functions_, home_.bundleId,
-                                                    std::move(context), *home_.registry));
+    replaceActive(std::make_unique<ActiveComponent>(description_, functions_, home_, std::move(context)));
 }
 
 void Component::replaceActive(std::unique_ptr<ActiveComponent> active) {

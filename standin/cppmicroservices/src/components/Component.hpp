@@ -2,9 +2,8 @@
 
 #include "components/ActiveComponent.hpp"
 #include "components/ComponentDescription.hpp"
+#include "components/ComponentHome.hpp"
 #include "components/InstanceFunctions.hpp"
-#include "cppmicroservices/BundleContext.h"
-#include "framework/FailureLog.hpp"
 #include "services/ServiceRegistry.hpp"
 
 #include <condition_variable>
@@ -16,15 +15,6 @@
 #include <vector>
 
 namespace cppmicroservices::detail {
-
-/// Where a component of a started bundle belongs.
-struct ComponentHome {
-    unsigned long componentId;  // counts from 1 in a framework
-    long bundleId;
-    BundleContext bundle;
-    std::shared_ptr<ServiceRegistry> registry;
-    std::shared_ptr<FailureLog> log;
-};
 
 /// A component of a started bundle: active while all of its references are there.
 ///
@@ -53,6 +43,7 @@ public:
     std::vector<BoundService> candidates() const;
 
 private:
+    // Without memory to find out what there is to be done, it ends the process.
     void serviceChanged(const RegisteredService& service) noexcept override;
     void settle();
     void fit();

@@ -11,11 +11,9 @@ class FailureLog {
 public:
     explicit FailureLog(std::ostream& stream) : stream_(stream) {}
 
-    /// Writes one line.
-    void report(const std::string& failure) {
-        const std::lock_guard lock(mutex_);
-        stream_ << failure << std::endl;
-    }
+    /// Writes one line: the component, what it can't do ("can't be activated"), and what the exception says
+    /// that is handled at the moment.
+    void report(const std::string& component, const char* failure) noexcept;
 
 private:
     std::mutex mutex_;

@@ -13,7 +13,7 @@ using cppmicroservices::service::component::ComponentContext;
 using cppmicroservices::service::component::detail::ComponentInstance;
 using cppmicroservices::service::component::detail::ComponentInstanceImpl;
 
-/// Fails to be made out of the phrase "fail".
+/// Fails to be made out of the phrase "fail", and to be deactivated with the phrase "stay".
 class PoliteGreeter : public test::Greeter {
 public:
     explicit PoliteGreeter(std::shared_ptr<test::Phrase> phrase) : phrase_(std::move(phrase)) {
@@ -23,7 +23,10 @@ public:
     ~PoliteGreeter() override { phrase_->note("destroyed"); }
 
     void Activate(const std::shared_ptr<ComponentContext>&) { phrase_->note("activated"); }
-    void Deactivate(const std::shared_ptr<ComponentContext>&) { phrase_->note("deactivated"); }
+    void Deactivate(const std::shared_ptr<ComponentContext>&) {
+        if (phrase_->text() == "stay") throw std::runtime_error("a guest is here");
+        phrase_->note("deactivated");
+    }
 
     std::string greet() const override { return phrase_->text() + "!"; }
 
