@@ -45,22 +45,25 @@ public:
 
     std::string GetSymbolicName() const;
 
-    /// The manifest. Names match in any case. Texts are std::string, whole numbers int, objects AnyMap, lists
-    /// std::vector<Any>.
+    /// The manifest. Names match in any case. Texts are std::string, whole numbers int, or long where they are
+    /// too large for it, other numbers double, objects AnyMap, lists std::vector<Any>, null an empty value.
     const AnyMap& GetHeaders() const;
 
-    /// Not valid unless the bundle is active.
+    /// Valid while the bundle is starting, active or stopping.
     BundleContext GetBundleContext() const;
 
     /// Loads the library and looks after its components from now on. Does nothing when it is active. Throws
-    /// SharedLibraryException when the library can't be loaded, std::runtime_error when it lacks a function.
+    /// SharedLibraryException when the library can't be loaded, std::runtime_error when it lacks a function,
+    /// std::logic_error when the bundle is uninstalled, and IllegalStateException when the framework isn't
+    /// started.
     void Start();
 
     /// Deactivates its components and withdraws its services. The library stays loaded, since others may hold
     /// objects of it. Does nothing when it isn't active.
     void Stop();
 
-    /// Stops it for good. A file can be installed again afterwards.
+    /// Stops it for good. A file can be installed again afterwards. Throws std::logic_error when it is
+    /// uninstalled already.
     void Uninstall();
 
 private:

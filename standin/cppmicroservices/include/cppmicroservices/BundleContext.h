@@ -17,8 +17,8 @@ namespace detail {
 class FrameworkCore;
 }
 
-/// A bundle's access to its framework. Valid while the bundle is active; afterwards everything throws
-/// IllegalStateException. Any thread may call any operation.
+/// A bundle's access to its framework. Valid while the bundle is starting, active or stopping; otherwise
+/// everything throws IllegalStateException. Any thread may call any operation.
 class BundleContext {
 public:
     BundleContext() = default;
@@ -35,7 +35,8 @@ public:
     std::vector<Bundle> GetBundles() const;
 
     /// Registers an object under the interfaces; components that wait for it are activated on this thread, or
-    /// on another that is busy with them. Throws std::invalid_argument when there is no object.
+    /// on another that is busy with them. Throws std::invalid_argument when there is no object, and
+    /// IllegalStateException also when the bundle was stopped meanwhile.
     template <class I1, class... Interfaces, class Class>
     ServiceRegistration<I1, Interfaces...> RegisterService(const std::shared_ptr<Class>& object,
                                                            const ServiceProperties& properties = {}) {

@@ -35,7 +35,7 @@ public:
 
     Bundle::State GetState() const;
 
-    /// Not valid before Init() and after Stop().
+    /// Valid from Init() to the end of Stop().
     BundleContext GetBundleContext() const;
 
 private:

@@ -45,7 +45,7 @@ void InstalledBundle::start() {
     if (state_ == Bundle::STATE_UNINSTALLED)
         throw std::logic_error("bundle " + manifest_.symbolicName + " is uninstalled");
     const auto core = core_.lock();
-    if (!core || !core->isInitialised()) throw IllegalStateException("the framework isn't started");
+    if (!core || !core->acceptsStarts()) throw IllegalStateException("the framework isn't started");
 
     const Bundle::State before = state_.exchange(Bundle::STATE_STARTING);
     try {
@@ -82,8 +82,13 @@ void InstalledBundle::stopTakingTurn() {
     for (const auto& component : components())
         component->disable();
     adopt({});
-    if (const auto core = core_.lock()) core->registry()->removeAllOf(id_);
+    withdrawServices();
     state_ = Bundle::STATE_RESOLVED;
+    withdrawServices();  // what was registered meanwhile
+}
+
+void InstalledBundle::withdrawServices() {
+    if (const auto core = core_.lock()) core->registry()->removeAllOf(id_);
 }
 
 SharedLibrary InstalledBundle::load() {

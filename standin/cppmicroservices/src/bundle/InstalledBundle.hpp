@@ -14,8 +14,9 @@
 
 namespace cppmicroservices::detail {
 
-/// A bundle of one framework. Any thread may call any operation; starting and stopping take turns, and a
-/// component must not do either to its own bundle.
+/// A bundle of one framework. Any thread may call any operation. Starting and stopping take turns: a
+/// component must not do either to its own bundle, nor to one whose start or stop is under way further up its
+/// stack.
 class InstalledBundle : public std::enable_shared_from_this<InstalledBundle> {
 public:
     InstalledBundle(std::weak_ptr<FrameworkCore> core, long id, std::string location, Manifest manifest);
@@ -28,7 +29,7 @@ public:
     const Manifest& manifest() const { return manifest_; }
     Bundle::State state() const { return state_; }
 
-    /// Whether its context is valid.
+    /// Whether its context is valid: from the beginning of its start until everything of it has been stopped.
     bool isRunning() const;
 
     std::shared_ptr<BundleContextPrivate> context();
@@ -45,6 +46,7 @@ private:
     std::vector<std::shared_ptr<Component>> makeComponents(const SharedLibrary& library, FrameworkCore& core);
     void adopt(std::vector<std::shared_ptr<Component>> components);
     void stopTakingTurn();
+    void withdrawServices();
 
     const std::weak_ptr<FrameworkCore> core_;
     const long id_;

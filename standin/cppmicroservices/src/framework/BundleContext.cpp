@@ -29,7 +29,12 @@ std::vector<Bundle> BundleContext::GetBundles() const {
 
 ServiceRegistrationU BundleContext::RegisterService(const InterfaceMapConstPtr& interfaces,
                                                     const ServiceProperties& properties) {
-    return ServiceRegistrationBase(Core()->registry()->add(context_->bundleId(), interfaces, properties));
+    const auto registry = Core()->registry();
+    const auto service = registry->add(context_->bundleId(), interfaces, properties);
+    if (context_->core()) return ServiceRegistrationBase(service);
+    // Its bundle was stopped since it was asked, and has withdrawn its services.
+    registry->remove(*service);
+    throw IllegalStateException("a service is registered while its bundle or framework is stopped");
 }
 
 std::vector<ServiceReferenceU> BundleContext::GetServiceReferences(const std::string& interfaceName,

@@ -16,7 +16,7 @@ BundleContextPrivate::BundleContextPrivate(std::weak_ptr<detail::FrameworkCore> 
 
 std::shared_ptr<detail::FrameworkCore> BundleContextPrivate::core() const {
     auto core = core_.lock();
-    if (!core || !core->isInitialised()) return nullptr;
+    if (!core || !core->isRunning()) return nullptr;
     if (bundleId_ == 0) return core;
     const auto bundle = bundle_.lock();
     return bundle && bundle->isRunning() ? core : nullptr;

@@ -9,13 +9,14 @@ class FrameworkCore;
 class InstalledBundle;
 }  // namespace detail
 
-/// What a context is for. A library gets its address when it is started, and may keep it.
+/// What a context is for. A library gets its address when it is started, and may keep it while the bundle is
+/// installed.
 class BundleContextPrivate {
 public:
     /// The framework's own context.
     explicit BundleContextPrivate(std::weak_ptr<detail::FrameworkCore> core);
 
-    /// A bundle's, valid while that is starting or active.
+    /// A bundle's, valid while that is starting, active or stopping.
     BundleContextPrivate(std::weak_ptr<detail::FrameworkCore> core,
                          std::weak_ptr<detail::InstalledBundle> bundle, long bundleId);
 

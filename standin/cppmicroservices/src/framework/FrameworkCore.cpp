@@ -37,13 +37,17 @@ Bundle::State FrameworkCore::state() const {
     return state_;
 }
 
-bool FrameworkCore::isInitialised() const {
+bool FrameworkCore::isRunning() const {
+    return (state() & (Bundle::STATE_STARTING | Bundle::STATE_ACTIVE | Bundle::STATE_STOPPING)) != 0;
+}
+
+bool FrameworkCore::acceptsStarts() const {
     return (state() & (Bundle::STATE_STARTING | Bundle::STATE_ACTIVE)) != 0;
 }
 
 void FrameworkCore::init() {
     const std::lock_guard turn(turn_);
-    if (!isInitialised()) become(Bundle::STATE_STARTING);
+    if (!isRunning()) become(Bundle::STATE_STARTING);
 }
 
 void FrameworkCore::start() {
@@ -58,12 +62,13 @@ void FrameworkCore::start() {
 
 void FrameworkCore::stop() {
     const std::lock_guard turn(turn_);
-    if (!isInitialised()) return;
+    if (!isRunning()) return;
     become(Bundle::STATE_STOPPING);
     const auto all = bundles();
     std::for_each(all.rbegin(), all.rend(), [](const auto& bundle) { bundle->stop(); });
     registry_->removeAllOf(0);
     become(Bundle::STATE_RESOLVED);
+    registry_->removeAllOf(0);  // what was registered meanwhile
 }
 
 bool FrameworkCore::waitForStop(std::chrono::milliseconds timeout) const {

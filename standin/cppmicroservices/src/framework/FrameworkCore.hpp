@@ -29,7 +29,12 @@ public:
     unsigned long nextComponentId() { return ++lastComponentId_; }
 
     Bundle::State state() const;
-    bool isInitialised() const;
+
+    /// Whether contexts are valid: from init() until everything has been stopped.
+    bool isRunning() const;
+
+    /// Whether bundles may start: isRunning(), and it isn't being stopped.
+    bool acceptsStarts() const;
 
     void init();
     void start();

@@ -23,9 +23,9 @@ public:
     ~PoliteGreeter() override { phrase_->note("destroyed"); }
 
     void Activate(const std::shared_ptr<ComponentContext>&) { phrase_->note("activated"); }
-    void Deactivate(const std::shared_ptr<ComponentContext>&) {
+    void Deactivate(const std::shared_ptr<ComponentContext>& context) {
         if (phrase_->text() == "stay") throw std::runtime_error("a guest is here");
-        phrase_->note("deactivated");
+        phrase_->note(context->GetBundleContext() ? "deactivated" : "deactivated too late");
     }
 
     std::string greet() const override { return phrase_->text() + "!"; }
