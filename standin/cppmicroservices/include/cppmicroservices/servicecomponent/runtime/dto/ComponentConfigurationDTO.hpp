@@ -13,7 +13,7 @@ namespace cppmicroservices::service::component::runtime::dto {
 
 enum class ComponentState : std::uint8_t {
     UNSATISFIED_REFERENCE,
-    SATISFIED,  // but not active, since it failed
+    SATISFIED,  // but not active: it is being activated, or failed
     ACTIVE
 };
 
