@@ -26,9 +26,6 @@ public:
 
     bool Empty() const { return !value_.has_value(); }
 
-    /// `typeid(void)` when empty.
-    const std::type_info& Type() const { return value_.type(); }
-
 private:
     template <class T>
     friend const T* any_cast(const Any* value);

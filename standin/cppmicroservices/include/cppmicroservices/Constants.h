@@ -6,7 +6,6 @@
 namespace cppmicroservices::Constants {
 
 inline const std::string BUNDLE_SYMBOLICNAME = "bundle.symbolic_name";
-inline const std::string BUNDLE_VENDOR = "bundle.vendor";
 inline const std::string BUNDLE_VERSION = "bundle.version";
 inline const std::string BUNDLE_ACTIVATOR = "bundle.activator";
 

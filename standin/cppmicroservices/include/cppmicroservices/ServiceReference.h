@@ -9,8 +9,6 @@ namespace cppmicroservices {
 template <class S>
 class ServiceReference : public ServiceReferenceBase {
 public:
-    using ServiceType = S;
-
     ServiceReference() = default;
 
     /// Names no service when the other's isn't registered under S.
@@ -22,8 +20,6 @@ public:
 template <>
 class ServiceReference<void> : public ServiceReferenceBase {
 public:
-    using ServiceType = void;
-
     ServiceReference() = default;
     ServiceReference(const ServiceReferenceBase& other) : ServiceReferenceBase(other) {}
 };

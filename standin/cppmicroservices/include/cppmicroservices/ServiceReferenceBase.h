@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace cppmicroservices {
 
@@ -23,8 +22,6 @@ public:
 
     /// The property of that name, whatever the case of its letters; an empty value when there is none.
     Any GetProperty(const std::string& name) const;
-
-    std::vector<std::string> GetPropertyKeys() const;
 
     /// Whether the service was registered under this interface.
     bool IsConvertibleTo(const std::string& interfaceName) const;

@@ -1,7 +1,9 @@
 #include "filter/FilterNode.hpp"
 
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace cppmicroservices::detail {
 

@@ -6,6 +6,8 @@
 #include "services/PropertyNames.hpp"
 
 #include <algorithm>
+#include <functional>
+#include <string_view>
 
 namespace cppmicroservices {
 

@@ -55,8 +55,8 @@ Any RegisteredService::property(const std::string& name) const {
 }
 
 bool RegisteredService::provides(const std::string& interfaceName) const {
-    const auto names = any_cast<Names>(properties_.at(Constants::OBJECTCLASS));
-    return std::find(names.begin(), names.end(), interfaceName) != names.end();
+    const Names* names = any_cast<Names>(&properties_.at(Constants::OBJECTCLASS));
+    return names && std::find(names->begin(), names->end(), interfaceName) != names->end();
 }
 
 std::shared_ptr<void> RegisteredService::object(const std::string& interfaceName) const {

@@ -17,14 +17,6 @@ Any ServiceReferenceBase::GetProperty(const std::string& name) const {
     return service_ ? service_->property(name) : Any();
 }
 
-std::vector<std::string> ServiceReferenceBase::GetPropertyKeys() const {
-    std::vector<std::string> names;
-    if (service_)
-        for (const auto& [name, value] : service_->properties())
-            names.push_back(name);
-    return names;
-}
-
 bool ServiceReferenceBase::IsConvertibleTo(const std::string& interfaceName) const {
     return service_ && service_->provides(interfaceName);
 }
