@@ -46,8 +46,13 @@ json parseManifestJson(const std::string& text) {
 
 AnyMap headersOf(const json& object) {
     AnyMap headers(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS);
-    for (const auto& [name, value] : object.items())
+    for (const auto& [name, value] : object.items()) {
+        const auto alike = headers.find(name);
+        if (alike != headers.end())
+            throw std::runtime_error("its manifest isn't understood: the names '" + alike->first + "' and '" +
+                                     name + "' differ in case only");
         headers[name] = valueOf(value);
+    }
     return headers;
 }
 
