@@ -49,6 +49,11 @@ inline std::string withDeclaredSize(std::string archive, std::uint32_t size) {
     return withNumber(std::move(archive), 22, 24, size);
 }
 
+/// As if the entries were kept so: method 0 is stored, 8 deflated, 14 LZMA; flag 1 is encrypted.
+inline std::string withMethod(std::string archive, std::uint32_t method, std::uint32_t flags = 0) {
+    return withNumber(std::move(archive), 6, 8, method << 16 | flags);
+}
+
 inline std::string withChecksum(std::string archive, std::uint32_t checksum) {
     return withNumber(std::move(archive), 14, 16, checksum);
 }

@@ -142,6 +142,14 @@ TEST(Manifest, TellsWhatIsNotUnderstoodAndWhere) {
         EXPECT_EQ(manifestErrorOfText(mistake.manifest), prefix + mistake.error);
 }
 
+TEST(Manifest, RefusesNamesThatDifferInCaseOnly) {
+    EXPECT_EQ(manifestErrorOfText(R"({"bundle.symbolic_name": "bundle", "scheme": "s3", "Scheme": "s3"})"),
+              "its manifest isn't understood: the names 'Scheme' and 'scheme' differ in case only");
+    EXPECT_THAT(
+        manifestErrorOfText(withComponent(R"("implementation-class": "A", "properties": {"n": 1, "N": 1})")),
+        HasSubstr("the names 'N' and 'n' differ in case only"));
+}
+
 TEST(Manifest, RefusesWhatIsNoJsonObject) {
     for (const char* text : {"", "{", "{]", "{\"a\": 1,}", "{} {}", "\xff\xfe"})
         EXPECT_THAT(manifestErrorOfText(text), StartsWith("its manifest isn't JSON: ")) << text;
@@ -152,7 +160,8 @@ TEST(Manifest, RefusesWhatIsNoJsonObject) {
 TEST(Manifest, RefusesValuesThatLieTooDeep) {
     for (const std::size_t depth : {40u, 200'000u}) {
         const std::string list = std::string(depth, '[') + std::string(depth, ']');
-        EXPECT_EQ(manifestErrorOfText(R"({"a": )" + list + "}"), "its manifest's values lie too deep in each other");
+        EXPECT_EQ(manifestErrorOfText(R"({"a": )" + list + "}"),
+                  "its manifest's values lie too deep in each other");
     }
 }
 
@@ -173,9 +182,9 @@ TEST(ResourceArchive, RefusesAnArchiveCutOffAnywhere) {
 TEST(ResourceArchive, NeedsOneManifest) {
     EXPECT_EQ(manifestErrorOf(""), "its resources have no manifest");
     EXPECT_EQ(manifestErrorOf(archiveOf({{"bundle/", ""}})), "its resources have no manifest");
-    EXPECT_EQ(
-        manifestErrorOf(archiveOf({{"manifest.json", "{}"}, {"/manifest.json", "{}"}, {"a/b/manifest.json", "{}"}})),
-        "its resources have no manifest");
+    EXPECT_EQ(manifestErrorOf(archiveOf(
+                  {{"manifest.json", "{}"}, {"/manifest.json", "{}"}, {"a/b/manifest.json", "{}"}})),
+              "its resources have no manifest");
     EXPECT_EQ(manifestErrorOf(archiveOf({{"a/manifest.json", "{}"}, {"b/manifest.json", "{}"}})),
               "its resources have more than one manifest");
 }
@@ -202,6 +211,22 @@ TEST(ResourceArchive, RefusesLessThanTheArchiveSays) {
     const std::string archive =
         archiveOf({{"bundle/manifest.json", R"({"bundle.symbolic_name": "bundle"})"}});
     EXPECT_THAT(manifestErrorOf(test::withDeclaredSize(archive, 1000)), StartsWith("its manifest is "));
+}
+
+TEST(ResourceArchive, RefusesAnEncryptedManifest) {
+    const std::string archive =
+        archiveOf({{"bundle/manifest.json", R"({"bundle.symbolic_name": "bundle"})"}});
+    EXPECT_EQ(manifestErrorOf(test::withMethod(archive, 8)), "none");
+    EXPECT_EQ(manifestErrorOf(test::withMethod(archive, 8, 1)),
+              "its manifest can't be unpacked: No password provided");
+}
+
+TEST(ResourceArchive, UnpacksNothingButStoredAndDeflatedManifests) {
+    const std::string archive = archiveOf({{"bundle/manifest.json", "{}"}});
+    for (const std::uint32_t method : {1u, 9u, 12u, 14u, 93u, 95u})
+        EXPECT_EQ(manifestErrorOf(test::withMethod(archive, method)),
+                  "its manifest is neither stored nor deflated")
+            << method;
 }
 
 TEST(ResourceArchive, ComparesTheChecksum) {

@@ -67,11 +67,18 @@ Found findManifest(zip_t* archive) {
     return *std::move(found);
 }
 
+/// Other methods take memory by what the archive says.
+bool isModest(const zip_stat_t& status) {
+    return (status.valid & ZIP_STAT_COMP_METHOD) &&
+           (status.comp_method == ZIP_CM_STORE || status.comp_method == ZIP_CM_DEFLATE);
+}
+
 std::size_t declaredSize(zip_t* archive, zip_uint64_t index) {
     zip_stat_t status;
     zip_stat_init(&status);
     if (zip_stat_index(archive, index, 0, &status) != 0 || !(status.valid & ZIP_STAT_SIZE))
         throw std::runtime_error("its manifest has no size");
+    if (!isModest(status)) throw std::runtime_error("its manifest is neither stored nor deflated");
     if (status.size > maximumManifestSize)
         throw std::runtime_error("its manifest is larger than " + std::to_string(maximumManifestSize) +
                                  " bytes");

@@ -15,8 +15,9 @@ struct ManifestEntry {
 };
 
 /// The one entry "<folder>/manifest.json" of a zip archive. Throws std::runtime_error when the bytes are no
-/// archive, when it has no such entry or several, and when the entry is damaged, encrypted, too large, or of
-/// another size than the archive says. Never unpacks more than maximumManifestSize.
+/// archive, when it has no such entry or several, and when the entry is damaged, encrypted, neither stored
+/// nor deflated, too large, or of another size than the archive says. Never unpacks more than
+/// maximumManifestSize.
 ManifestEntry readManifestEntry(std::string_view archive);
 
 }  // namespace cppmicroservices::detail
