@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cppmicroservices/Bundle.h>
-#include <cppmicroservices/BundleContext.h>
-#include <cppmicroservices/Framework.h>
 #include <cppmicroservices/ServiceReference.h>
 #include <cppmicroservices/ServiceRegistration.h>
 
@@ -12,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "support/StartedFramework.hpp"
+
 namespace testsupport {
 
 using foundation::storage::provider::PhysicalProviderFactory;
@@ -20,11 +20,6 @@ using foundation::thirdpartylibmgmt::Initializer;
 /// A host's framework with Declarative Services and the plug-in's bundle, both started. It stops at its end.
 class RunningFramework {
 public:
-    RunningFramework();
-    ~RunningFramework();
-    RunningFramework(const RunningFramework&) = delete;
-    RunningFramework& operator=(const RunningFramework&) = delete;
-
     using Registration = cppmicroservices::ServiceRegistration<Initializer>;
 
     /// Registers the initializer of that library.
@@ -42,10 +37,8 @@ public:
     cppmicroservices::Bundle plugIn() const { return plugIn_; }
 
 private:
-    cppmicroservices::Bundle start(const std::string& file);
-
-    cppmicroservices::Framework framework_;
-    cppmicroservices::Bundle plugIn_;
+    StartedFramework framework_;
+    cppmicroservices::Bundle plugIn_ = framework_.start(BUNDLE_FILE);
 };
 
 }  // namespace testsupport

@@ -16,7 +16,7 @@
 
 #include "Archive.hpp"
 #include "Phrases.hpp"
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 #include "support/TemporaryFolder.hpp"
 
 namespace {
@@ -95,7 +95,7 @@ protected:
     }
 
     const testsupport::TemporaryFolder folder_;
-    test::StartedFramework framework_;
+    testsupport::StartedFramework framework_;
 };
 
 TEST_F(BundleFile, NeedsToBeThere) {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Phrases.hpp"
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 #include "support/TemporaryFolder.hpp"
 
 namespace {
@@ -19,7 +19,7 @@ using testing::Contains;
 using testing::Not;
 
 TEST(Bundle, GoesThroughItsStates) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     Bundle bundle = framework.install(GREETER_BUNDLE);
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
     bundle.Start();
@@ -37,7 +37,7 @@ TEST(Bundle, GoesThroughItsStates) {
 }
 
 TEST(Bundle, CannotBeStartedOnceItIsUninstalled) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     Bundle bundle = framework.install(GREETER_BUNDLE);
     bundle.Uninstall();
     EXPECT_THROW(bundle.Start(), std::logic_error);
@@ -46,14 +46,14 @@ TEST(Bundle, CannotBeStartedOnceItIsUninstalled) {
 }
 
 TEST(Bundle, IsInstalledOnce) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     const Bundle bundle = framework.install(GREETER_BUNDLE);
     EXPECT_EQ(framework.install(GREETER_BUNDLE), bundle);
     EXPECT_THAT(framework.context().GetBundles(), Contains(bundle));
 }
 
 TEST(Bundle, CanBeInstalledAgain) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     Bundle first = framework.start(GREETER_BUNDLE);
     first.Uninstall();
     EXPECT_THAT(framework.context().GetBundles(), Not(Contains(first)));
@@ -63,7 +63,7 @@ TEST(Bundle, CanBeInstalledAgain) {
 }
 
 TEST(Bundle, TellsWhatStandsInItsManifest) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     const Bundle bundle = framework.install(GREETER_BUNDLE);
     EXPECT_EQ(bundle.GetSymbolicName(), "greeter");
     EXPECT_EQ(bundle.GetLocation(), GREETER_BUNDLE);
@@ -81,7 +81,7 @@ TEST(Bundle, TellsWhatStandsInItsManifest) {
 }
 
 TEST(Bundle, IsNotTwoWithOneName) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     framework.install(GREETER_BUNDLE);
     const testsupport::TemporaryFolder folder;
     const auto copy = folder.path() / "copy.so";
@@ -90,7 +90,7 @@ TEST(Bundle, IsNotTwoWithOneName) {
 }
 
 TEST(Bundle, HasNoContextUnlessItIsActive) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     Bundle bundle = framework.start(GREETER_BUNDLE);
     BundleContext context = bundle.GetBundleContext();
     EXPECT_TRUE(context);
@@ -101,7 +101,7 @@ TEST(Bundle, HasNoContextUnlessItIsActive) {
 }
 
 TEST(Bundle, TakesItsServicesWithIt) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     Bundle bundle = framework.start(GREETER_BUNDLE);
     const auto reference = test::registerPhrase(bundle.GetBundleContext(), "hello").GetReference();
     EXPECT_TRUE(reference);

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "Phrases.hpp"
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 
 namespace {
 
@@ -29,7 +29,7 @@ protected:
         return runtime->GetComponentConfigurationDTOs(descriptions.at(0)).at(0);
     }
 
-    test::StartedFramework framework_;
+    testsupport::StartedFramework framework_;
     BundleContext context_ = framework_.context();
     Bundle bundle_ = framework_.start(GREETER_BUNDLE);
     std::shared_ptr<test::Journal> journal_ = std::make_shared<test::Journal>();

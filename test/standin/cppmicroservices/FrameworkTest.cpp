@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Phrases.hpp"
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 
 namespace {
 
@@ -30,21 +30,21 @@ TEST(Framework, HasNoContextBeforeItIsInitialisedAndAfterItStopped) {
 }
 
 TEST(Framework, IsWaitedForInVainWhileItRuns) {
-    test::StartedFramework started;
+    testsupport::StartedFramework started;
     EXPECT_EQ(started.framework().WaitForStop(std::chrono::milliseconds(1)).GetType(),
               FrameworkEvent::FRAMEWORK_WAIT_TIMEDOUT);
 }
 
 TEST(Framework, WithdrawsEveryServiceWhenItStops) {
-    test::StartedFramework started;
+    testsupport::StartedFramework started;
     const auto reference = registerPhrase(started.context(), "hello").GetReference();
     started.stop();
     EXPECT_FALSE(reference);
 }
 
 TEST(Framework, KnowsNothingOfAnother) {
-    test::StartedFramework first;
-    test::StartedFramework second;
+    testsupport::StartedFramework first;
+    testsupport::StartedFramework second;
     first.start(GREETER_BUNDLE);
     second.start(GREETER_BUNDLE);
     registerPhrase(first.context(), "hello");

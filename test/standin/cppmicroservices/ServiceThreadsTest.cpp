@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "Phrases.hpp"
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 
 namespace {
 
@@ -35,8 +35,20 @@ std::string greetingOrGone(const BundleContext& context) {
     }
 }
 
+/// Every object of the component that was made is gone, in order.
+void expectAllEnded(const test::Journal& journal) {
+    const auto events = journal.events();
+    const auto count = [&events](const char* event) {
+        return std::count(events.begin(), events.end(), event);
+    };
+    EXPECT_GT(count("made"), 0);
+    EXPECT_EQ(count("made"), count("activated"));
+    EXPECT_EQ(count("made"), count("deactivated"));
+    EXPECT_EQ(count("made"), count("destroyed"));
+}
+
 TEST(ServiceThreads, RegisterAndWithdrawWhileOthersLookUp) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     BundleContext context = framework.context();
     std::atomic<int> found = 0;
     inThreads(4, [&] {
@@ -51,7 +63,7 @@ TEST(ServiceThreads, RegisterAndWithdrawWhileOthersLookUp) {
 }
 
 TEST(ServiceThreads, ComponentsFollowServicesOfManyThreads) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     BundleContext context = framework.context();
     framework.start(GREETER_BUNDLE);
     const auto journal = std::make_shared<test::Journal>();
@@ -64,19 +76,12 @@ TEST(ServiceThreads, ComponentsFollowServicesOfManyThreads) {
         }
     });
     EXPECT_EQ(greetingOrGone(context), "nobody");
-    const auto events = journal->events();
-    const auto count = [&events](const char* event) {
-        return std::count(events.begin(), events.end(), event);
-    };
-    EXPECT_GT(count("made"), 0);
-    EXPECT_EQ(count("made"), count("activated"));
-    EXPECT_EQ(count("made"), count("deactivated"));
-    EXPECT_EQ(count("made"), count("destroyed"));
+    expectAllEnded(*journal);
 }
 
 TEST(ServiceThreads, BundlesAreInstalledOnceByManyThreads) {
     for (int round = 0; round < rounds / 4; ++round) {
-        test::StartedFramework framework;
+        testsupport::StartedFramework framework;
         const auto before = framework.context().GetBundles().size();
         inThreads(4, [&framework] { framework.install(GREETER_BUNDLE); });
         EXPECT_EQ(framework.context().GetBundles().size(), before + 1);
@@ -84,7 +89,7 @@ TEST(ServiceThreads, BundlesAreInstalledOnceByManyThreads) {
 }
 
 TEST(ServiceThreads, BundlesStartAndStopOnManyThreads) {
-    test::StartedFramework framework;
+    testsupport::StartedFramework framework;
     BundleContext context = framework.context();
     Bundle bundle = framework.install(GREETER_BUNDLE);
     const auto journal = std::make_shared<test::Journal>();
@@ -97,6 +102,7 @@ TEST(ServiceThreads, BundlesStartAndStopOnManyThreads) {
             mine.Stop();
         }
     });
+    expectAllEnded(*journal);
     bundle.Start();
     EXPECT_EQ(test::greeting(context), "hello!");
 }

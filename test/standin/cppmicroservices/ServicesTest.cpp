@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 
 namespace {
 
@@ -47,7 +47,7 @@ protected:
         return names;
     }
 
-    test::StartedFramework framework_;
+    testsupport::StartedFramework framework_;
     BundleContext context_ = framework_.context();
 };
 

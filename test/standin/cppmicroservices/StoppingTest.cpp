@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "Phrases.hpp"
-#include "StartedFramework.hpp"
+#include "support/StartedFramework.hpp"
 
 namespace {
 
@@ -36,7 +36,7 @@ protected:
                                                      {{"language", std::string("en")}});
     }
 
-    test::StartedFramework framework_;
+    testsupport::StartedFramework framework_;
     Bundle greeter_ = framework_.start(GREETER_BUNDLE);
     Bundle other_ = framework_.start(MISFIT_BUNDLE);
 };

@@ -10,16 +10,16 @@
 #include <sstream>
 #include <string>
 
-namespace test {
+namespace testsupport {
 
-/// A framework with its Declarative Services running, the real one or the stand-in.
+/// A framework with its Declarative Services running, the real one or the stand-in. It stops at its end.
 class StartedFramework {
 public:
     StartedFramework()
         : framework_(cppmicroservices::FrameworkFactory().NewFramework(
               cppmicroservices::FrameworkConfiguration(), &log_)) {
         framework_.Start();
-        std::istringstream bundles(S3PROVIDER_DECLARATIVE_SERVICES);
+        std::istringstream bundles(DECLARATIVE_SERVICES_BUNDLES);
         for (std::string path; std::getline(bundles, path, ':');)
             start(path);
     }
@@ -52,4 +52,4 @@ private:
     cppmicroservices::Framework framework_;
 };
 
-}  // namespace test
+}  // namespace testsupport
