@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <atomic>
+#include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
+#include "FailingAllocations.hpp"
 #include "RunningFramework.hpp"
 #include "ServedBucket.hpp"
 #include "conformance/AmazonTest.hpp"
@@ -35,6 +38,14 @@ TEST_F(ComponentLife, OffersNoFactoryWithoutAnInitializer) {
     EXPECT_THAT(host.offers(), IsEmpty());
 }
 
+TEST(WaitingComponent, LeavesNoRecord) {
+    const LogCapture log({factoryChannel, clientChannel});
+    RunningFramework host;
+    host.registerInitializer("aws-sdk-java");
+    EXPECT_THAT(host.offers(), IsEmpty());
+    EXPECT_THAT(log.records(), IsEmpty());
+}
+
 TEST_F(ComponentLife, OffersNoFactoryWithTheInitializerOfAnotherLibrary) {
     for (const char* const library : {"aws-sdk-java", "aws-sdk-cpp-2", "AWS-SDK-CPP", ""})
         host.registerInitializer(library);
@@ -48,6 +59,25 @@ TEST_F(ComponentLife, OffersAFactoryForTheSchemeOnceTheInitializerIsThere) {
     ASSERT_THAT(host.offers(), SizeIs(1));
     const auto scheme = host.offers().front().GetProperty("scheme");
     EXPECT_THAT(any_cast<std::string>(&scheme), Pointee(Eq("s3")));
+}
+
+// There is no other way to let the factory's constructor fail.
+TEST_F(ComponentLife, OffersNoFactoryWhileMemoryForItIsMissing) {
+    int failures = 0;
+    for (bool failed = true; failed; failures += static_cast<int>(failed)) {
+        auto initializer = std::make_shared<Initializer>();
+        const std::weak_ptr<Initializer> held = initializer;
+        failAllocation(failures + 1, BUNDLE_FILE);
+        auto registration = host.registerInitializer("aws-sdk-cpp", std::move(initializer));
+        auto factory = host.factory();
+        failed = !stopFailing();
+        EXPECT_EQ(factory == nullptr, failed) << failures;
+        registration.Unregister();
+        registration = {};
+        factory.reset();
+        EXPECT_TRUE(held.expired()) << failures;
+    }
+    EXPECT_GE(failures, 2) << "the instance and the factory are made by the bundle";
 }
 
 TEST_F(ComponentLife, OpensABucket) {
@@ -174,6 +204,26 @@ protected:
 
     RunningFramework host;
 };
+
+TEST_F(ReturningComponent, RemembersNoClient) {
+    environment.set("AWS_REGION", "eu-west-3");
+    amazon.putObject("travelled", "file", "content");
+    const auto open = [&] {
+        const auto factory = host.factory();
+        return factory ? get(*factory->createProvider(StorageIRI(u"s3://travelled")), u"file") : "no factory";
+    };
+    auto registration = host.registerInitializer();
+    EXPECT_EQ(open(), "content");
+    // A client keeps the proxy that it was made with.
+    Relay another(amazon.port(), Relay::Opening::Connect);
+    environment.set("ZR_PROXY_PORT", std::to_string(another.port()));
+    EXPECT_EQ(open(), "content");
+    EXPECT_EQ(another.connections(), 0u);
+    registration.Unregister();
+    host.registerInitializer();
+    EXPECT_EQ(open(), "content");
+    EXPECT_GT(another.connections(), 0u);
+}
 
 TEST_F(ReturningComponent, RemembersNoRegion) {
     const StorageIRI iri(u"s3://travelled");

@@ -1,11 +1,14 @@
-#include <aws/core/Aws.h>
 #include <cppmicroservices/ServiceInterface.h>
 
+#include <array>
 #include <cppmicroservices/servicecomponent/detail/ComponentInstanceImpl.hpp>
 #include <foundation/storage/provider/Exception.hpp>
 #include <new>
 #include <stdexcept>
 #include <storage/cloudprovider/CloudException.hpp>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include "BoundContext.hpp"
 #include "FailingAllocations.hpp"
@@ -40,6 +43,20 @@ TEST_F(EntryPoints, GiveANewInstanceEachTime) {
 
 TEST_F(EntryPoints, IgnoreANullInstance) {
     bundle.deleteInstance(nullptr);
+}
+
+// What isn't safe here is found by the thread sanitizer, or ends the process.
+TEST_F(EntryPoints, TakeContextsFromManyThreads) {
+    std::array<char, 4> places;
+    std::vector<std::thread> threads;
+    for (char& place : places)
+        threads.emplace_back([this, &place] {
+            for (int round = 0; round < 10000; ++round)
+                bundle.setBundleContext(reinterpret_cast<cppmicroservices::BundleContextPrivate*>(&place));
+        });
+    for (auto& thread : threads)
+        thread.join();
+    bundle.setBundleContext(nullptr);
 }
 
 TEST_F(EntryPoints, AskForTheInitializerByItsReferenceAndItsInterface) {

@@ -1,15 +1,21 @@
 #include <dlfcn.h>
 
 #include <filesystem>
+#include <future>
 #include <iterator>
 #include <optional>
+#include <storage/cloudprovider/CloudException.hpp>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "LoadedBundle.hpp"
 #include "ServedBucket.hpp"
+#include "conformance/AmazonTest.hpp"
 
 using namespace testsupport;
+using storage::cloudprovider::CloudException;
 using ::testing::ElementsAre;
 
 namespace {
@@ -64,6 +70,61 @@ TEST(Unloading, TakesTheLibraryOutOfTheProcess) {
     EXPECT_TRUE(LoadedBundle::isLoaded());
     bundle.reset();
     EXPECT_FALSE(LoadedBundle::isLoaded());
+}
+
+/// Amazon's way from an IRI to bytes: keys from files, a region that S3 tells, TLS, a proxy, and every
+/// record.
+class UnloadingAfterwards : public AmazonTest {
+protected:
+    UnloadingAfterwards() {
+        environment.unset("AWS_ACCESS_KEY_ID");
+        environment.unset("AWS_SECRET_ACCESS_KEY");
+        write(".aws/credentials", "[default]\naws_access_key_id=" + s3server::defaultCredentials.accessKey +
+                                      "\naws_secret_access_key=" + s3server::defaultCredentials.secretKey);
+        environment.set("ZR_AWS_RETRYTIMEMS", "soon");  // leaves a record on the factory's channel
+        amazon.putObject("travelled", "file", content);
+    }
+    ~UnloadingAfterwards() override {
+        end.set_value();
+        for (auto& thread : threads)
+            thread.join();
+    }
+
+    /// Reads on a thread that lives on until the test's end.
+    std::string readElsewhere(IProvider& provider) {
+        std::packaged_task<std::string()> task([&provider] { return readWhole(provider, u"file"); });
+        auto read = task.get_future();
+        threads.emplace_back([task = std::move(task), ended = ended]() mutable {
+            task();
+            ended.wait();
+        });
+        return read.get();
+    }
+
+    void useTheBundle() {
+        const LoadedBundle bundle;
+        const ActiveComponent component(bundle, nullptr);
+        const auto provider = component.factory()->createProvider(StorageIRI(u"s3://travelled"));
+        EXPECT_EQ(readWhole(*provider, u"file"), content);
+        EXPECT_EQ(readElsewhere(*provider), content);
+        amazon.plan(s3server::Fault::status(403, "AccessDenied"));
+        EXPECT_THROW(provider->stat(u"file"), CloudException);
+    }
+
+    const std::string content = "what the bucket serves";
+    LogCapture clientLog{clientChannel};
+    std::vector<std::thread> threads;
+    std::promise<void> end;
+    const std::shared_future<void> ended = end.get_future().share();
+};
+
+TEST_F(UnloadingAfterwards, WorksWhileThreadsLiveOnThatUsedAProvider) {
+    for (int cycle = 0; cycle < 20; ++cycle) {
+        useTheBundle();
+        ASSERT_FALSE(LoadedBundle::isLoaded()) << "after cycle " << cycle;
+    }
+    EXPECT_FALSE(log.records().empty());
+    EXPECT_FALSE(clientLog.records().empty());
 }
 
 TEST(Unloading, WorksAThousandTimesAfterABucketWasRead) {
