@@ -4,6 +4,7 @@
 #include <fl/i18n.hpp>
 #include <foundation/storage/provider/Exception.hpp>
 #include <future>
+#include <storage/cloudprovider/buildCloudProvider.hpp>
 
 #include "S3ProviderFactoryV2.hpp"
 #include "support/FactoryTest.hpp"
@@ -15,6 +16,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
+
+// Hosts know the policy that every provider is made with by its number.
+static_assert(static_cast<int>(storage::cloudprovider::FolderPolicy::Implicit) == 0);
 
 /// A factory whose clients are for an endpoint where nobody listens.
 class ProviderFactory : public FactoryTest {
