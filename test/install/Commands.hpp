@@ -34,11 +34,17 @@ inline void cmake(std::vector<std::string> arguments, Variables more = {}) {
     output(arguments, more);
 }
 
+/// An environment in which CMake looks for packages below these prefixes, with ":" between them, and below
+/// those that this build has found its own in.
+inline Variables lookingIn(const std::string& prefixes) {
+    return {{"CMAKE_PREFIX_PATH", prefixes + ":" USED_PREFIXES}};
+}
+
 /// Builds the consumer project in the folder, with what is installed below the prefixes, and gives the
 /// program.
 inline std::string buildConsumer(const std::filesystem::path& folder, const std::string& prefixes) {
-    cmake({"-S", CONSUMER_PROJECT, "-B", folder, "-G", "Ninja", "-DCMAKE_CXX_COMPILER=" COMPILER,
-           "-DCMAKE_PREFIX_PATH=" + prefixes + ";" USED_PREFIXES});
+    cmake({"-S", CONSUMER_PROJECT, "-B", folder, "-G", "Ninja", "-DCMAKE_CXX_COMPILER=" COMPILER},
+          lookingIn(prefixes));
     cmake({"--build", folder});
     return folder / "consumer";
 }

@@ -21,8 +21,8 @@ TEST(SystemHost, BuildsThePlugInAgainstItsOwnPackage) {
     cmake({"-S", SOURCE_FOLDER, "-B", build, "-G", "Ninja", "-DS3PROVIDER_HOST=system",
            "-DS3PROVIDER_AWS_SDK=" USED_AWS_SDK, "-DS3PROVIDER_CPPMICROSERVICES=" USED_CPPMICROSERVICES,
            "-DS3PROVIDER_BUILD_TESTS=OFF", "-DCMAKE_CXX_COMPILER=" COMPILER,
-           "-DCMAKE_CXX_COMPILER_LAUNCHER=" COMPILER_LAUNCHER,
-           "-DCMAKE_PREFIX_PATH=" + host.string() + ";" USED_PREFIXES});
+           "-DCMAKE_CXX_COMPILER_LAUNCHER=" COMPILER_LAUNCHER},
+          lookingIn(host.string()));
     cmake({"--build", build, "--target", "s3provider_bundle"});
     cmake({"--install", build, "--component", "bundle", "--prefix", plugIn});
 
@@ -30,7 +30,7 @@ TEST(SystemHost, BuildsThePlugInAgainstItsOwnPackage) {
     const auto library = plugIn / LIBRARIES / "libcom_quorvex_s3provider.so";
     EXPECT_THAT(output({"/usr/bin/ldd", library}, toolEnvironment()),
                 HasSubstr("=> " + (host / LIBRARIES / "libs3provider_host.so").string()));
-    const auto consumer = buildConsumer(folder.path() / "consumer", plugIn.string() + ";" + host.string());
+    const auto consumer = buildConsumer(folder.path() / "consumer", plugIn.string() + ":" + host.string());
     const Shelf shelf;
     EXPECT_EQ(output({consumer, "s3://shelf"}, shelf.environment()), "apple\npear\n");
 }
