@@ -189,6 +189,10 @@ private:
     }
 
     void start(tcp::socket client, tcp::socket server) {
+        // What comes in several parts is passed on so, and not held back until the other end has confirmed.
+        error_code ignored;
+        client.set_option(tcp::no_delay(true), ignored);
+        server.set_option(tcp::no_delay(true), ignored);
         ++accepted_;
         Carried::TunnelListener onTunnel;
         if (opening_ == Opening::Connect)
