@@ -42,7 +42,7 @@ ServiceFramework::ServiceFramework(fs::path bundleFile, cppmicroservices::Framew
 ServiceFramework::ServiceFramework(fs::path bundleFile)
     : ServiceFramework(std::move(bundleFile), cppmicroservices::FrameworkFactory().NewFramework()) {
     std::istringstream services(DECLARATIVE_SERVICES_BUNDLES);
-    for (std::string file; std::getline(services, file, ';');)
+    for (std::string file; std::getline(services, file, ':');)
         start(file);
     framework_.GetBundleContext().RegisterService<Initializer>(
         std::make_shared<AwsSdk>(), {{"thirdpartylibmgmt-library-name", std::string("aws-sdk-cpp")}});
