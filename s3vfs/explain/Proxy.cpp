@@ -105,14 +105,11 @@ Place placeOfNoProxy() {
             namesAmazon() ? "it names s3.amazonaws.com, which keeps all proxies away" : ""};
 }
 
-/// The host library goes by the URL for which proxies are looked for, libcurl by the host of each request.
-void remarkOnDirectRequests(Section& section, const std::string& url) {
-    const std::string variable = noProxyVariable();
-    if (needsNoProxy(url)) {
-        section.remarks.push_back(variable + " names the host of the requests: libcurl goes there directly");
-    } else if (environmentText(variable.c_str()).find('/') != std::string::npos) {
-        section.remarks.push_back(variable + " holds a network: libcurl goes to its addresses directly");
-    }
+/// The host library goes by the URL for which proxies are looked for, whatever the host of a request.
+void remarkOnAHostThatIsNamedInVain(Section& section, const std::string& url) {
+    if (needsNoProxy(url))
+        section.remarks.push_back(std::string(noProxyVariable()) +
+                                  " names the host of the requests, but only s3.amazonaws.com counts in it");
 }
 
 const char* reasonOfNone(bool found) {
@@ -133,7 +130,7 @@ Section explainProxy(const Answers& answers) {
         survey.add(nameOf(source.place), [&] { return proxyOf(source); });
     survey.add("the system", proxyOfSystem);
     if (isUsed) {
-        remarkOnDirectRequests(section, bucketUrl(answers));
+        remarkOnAHostThatIsNamedInVain(section, bucketUrl(answers));
     } else {
         section.places.push_back({"none", "a direct connection", reasonOfNone(survey.found())});
     }

@@ -52,6 +52,13 @@ TEST_F(DefaultPath, AsksForABucketsRegionOnce) {
               1);
 }
 
+TEST_F(DefaultPath, GoesThroughTheProxyThoughTheBucketsHostIsListedAsOneWithout) {
+    environment.set("AWS_REGION", "eu-west-3");
+    environment.set("no_proxy", "travelled.s3.eu-west-3.amazonaws.com");
+    EXPECT_TRUE(factory.createProvider(StorageIRI(u"s3://travelled"))->stat(u"/"));
+    EXPECT_THAT(proxy.tunnels(), ElementsAre("travelled.s3.eu-west-3.amazonaws.com:443"));
+}
+
 /// Authorities to trust, as the environment names them; empty: the system's.
 class TrustedAuthorities : public DefaultPath {
 protected:

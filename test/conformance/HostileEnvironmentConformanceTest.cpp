@@ -48,13 +48,13 @@ constexpr Deciding decidingVariables[] = {
     {"AWS_REGION", "Invalid region|certificate"},
     {"AWS_DEFAULT_REGION", "Invalid region|certificate"},
     {"ZR_AWS_GETLOCATION_REGION", "certificate"},
-    {"AWS_ACCESS_KEY_ID", "Permission .* denied|control character|curlCode: 27"},
+    {"AWS_ACCESS_KEY_ID", "Permission .* denied|response code: 400|control character|curlCode: 27"},
     {"AWS_SECRET_ACCESS_KEY", "Permission .* denied"},
     {"AWS_SESSION_TOKEN", "response code: 400|control character|curlCode: 27"},
     {"AWS_SHARED_CREDENTIALS_FILE", "ill-formed UTF-8"},
     {"ZR_ROOT_CERT_FILE", "certificate|CA cert"},
     {"AWS_EXECUTION_ENV", "curlCode: 27"},
-    {"AWS_SDK_UA_APP_ID", "curlCode: 27"},
+    {"AWS_SDK_UA_APP_ID", "response code: 400|curlCode: 27"},
 };
 
 /// Variables that lead to other machines or files of this one: nothing is sent with these.

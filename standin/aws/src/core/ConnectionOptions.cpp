@@ -52,6 +52,8 @@ void setProxy(CURL* handle, const ClientConfiguration& configuration) {
     const std::string url = std::string(Aws::Http::SchemeMapper::ToString(configuration.proxyScheme)) +
                             "://" + configuration.proxyHost;
     setOption(handle, CURLOPT_PROXY, url.c_str());
+    // An empty list keeps libcurl from asking the environment which hosts need none.
+    setOption(handle, CURLOPT_NOPROXY, "");
     setOption(handle, CURLOPT_PROXYPORT, static_cast<long>(configuration.proxyPort));
     if (tls) setProxyTrust(handle, configuration);
     if (configuration.proxyUserName.empty() && configuration.proxyPassword.empty()) return;

@@ -2,13 +2,14 @@
 
 #include "cppmicroservices/Bundle.h"
 #include "cppmicroservices/BundleContext.h"
-#include "cppmicroservices/FrameworkEvent.h"
 
 #include <chrono>
 #include <memory>
 #include <string>
 
 namespace cppmicroservices {
+
+class FrameworkEvent;
 
 namespace detail {
 class FrameworkCore;

@@ -1,5 +1,7 @@
 #include "cppmicroservices/Framework.h"
 
+#include "cppmicroservices/FrameworkEvent.h"
+
 #include "framework/BundleContextPrivate.hpp"
 #include "framework/FrameworkCore.hpp"
 
