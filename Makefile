@@ -4,6 +4,8 @@
 
 build_dir := build/dev
 prefix ?= /usr/local
+# Most tests wait more than they compute.
+test_jobs := $(shell expr 2 \* $$(nproc))
 
 configure:
 	tools/install-deps
@@ -30,7 +32,7 @@ demo: configure
 	tools/demo $(build_dir)
 
 test: build
-	ctest --preset dev -j "$$(nproc)"
+	ctest --preset dev -j $(test_jobs)
 
 # The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy and
 # through time. Tests skip what isn't installed; here all of it must be.
@@ -41,7 +43,7 @@ integration: configure
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
 	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }
-	ctest --preset integration -j "$$(nproc)"
+	ctest --preset integration -j $(test_jobs)
 	@grep -h SKIPPED $(build_dir)/Testing/Temporary/LastTest.log || true  # why a test was left out
 
 # The unit, wire, conformance and bundle tests and the fuzz corpora once more under each sanitizer.

@@ -1,0 +1,1 @@
+// What is compiled into a program that has only headers.
