@@ -1,9 +1,6 @@
 #pragma once
 
-#include <aws/core/auth/AWSCredentialsProvider.h>
 #include <aws/s3/S3Client.h>
-#include <aws/s3/S3ClientConfiguration.h>
-#include <aws/s3/S3EndpointProvider.h>
 #include <aws/s3/model/AbortMultipartUploadRequest.h>
 #include <aws/s3/model/CompleteMultipartUploadRequest.h>
 #include <aws/s3/model/CreateMultipartUploadRequest.h>
@@ -18,16 +15,15 @@
 #include <aws/s3/model/UploadPartRequest.h>
 #include <gmock/gmock.h>
 
-#include <memory>
-
 namespace testsupport {
 
 /// An SDK client that answers from a test's expectations. Sends nothing.
 class MockS3Client : public Aws::S3::S3Client {
 public:
-    MockS3Client()
-        : S3Client(std::make_shared<Aws::Auth::AnonymousAWSCredentialsProvider>(),
-                   std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>(), configuration()) {}
+    MockS3Client();
+    ~MockS3Client() override;
+    MockS3Client(const MockS3Client&) = delete;
+    MockS3Client& operator=(const MockS3Client&) = delete;
 
 #define S3PROVIDER_MOCK_OPERATION(name)                                                      \
     MOCK_METHOD(Aws::S3::Model::name##Outcome, name, (const Aws::S3::Model::name##Request&), \
@@ -45,14 +41,6 @@ public:
     S3PROVIDER_MOCK_OPERATION(CompleteMultipartUpload);
     S3PROVIDER_MOCK_OPERATION(AbortMultipartUpload);
 #undef S3PROVIDER_MOCK_OPERATION
-
-private:
-    static Aws::S3::S3ClientConfiguration configuration() {
-        Aws::Client::ClientConfiguration base;
-        base.region = "eu-west-3";
-        return {base, Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Never, true,
-                Aws::S3::US_EAST_1_REGIONAL_ENDPOINT_OPTION::NOT_SET};
-    }
 };
 
 }  // namespace testsupport

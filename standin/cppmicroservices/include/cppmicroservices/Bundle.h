@@ -45,8 +45,9 @@ public:
 
     std::string GetSymbolicName() const;
 
-    /// The manifest. Names match in any case. Texts are std::string, whole numbers int, or long where they are
-    /// too large for it, other numbers double, objects AnyMap, lists std::vector<Any>, null an empty value.
+    /// The manifest. Names match in any case. Texts are std::string, whole numbers int, or long where they
+    /// are too large for it, other numbers double, objects AnyMap, lists std::vector<Any>, null an empty
+    /// value.
     const AnyMap& GetHeaders() const;
 
     /// Valid while the bundle is starting, active or stopping.

@@ -19,8 +19,9 @@ public:
     /// Throws std::logic_error when the service isn't registered any more.
     ServiceReferenceBase GetReference() const;
 
-    /// Withdraws the service; components that refer to it are deactivated on this thread, or on another that is
-    /// busy with them. Who holds the object keeps it. Throws std::logic_error when it isn't registered any more.
+    /// Withdraws the service; components that refer to it are deactivated on this thread, or on another that
+    /// is busy with them. Who holds the object keeps it. Throws std::logic_error when it isn't registered any
+    /// more.
     void Unregister();
 
 private:
