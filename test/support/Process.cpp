@@ -63,7 +63,7 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 std::vector<std::string> settings(const Variables& environment) {
     std::vector<std::string> all;
     for (const auto& [name, value] : environment)
-        all.push_back(name + "=" + value);
+        all.push_back(std::string(name).append("=").append(value));
     return all;
 }
 

@@ -217,8 +217,8 @@ TEST_P(EveryOperation, IsFramedAndLogsItsFailure) {
 }
 
 std::istringstream content("content");
-std::ostringstream received;
-std::string pageToken;
+std::ostringstream anyStream;
+std::string anyToken;
 
 INSTANTIATE_TEST_SUITE_P(
     Client, EveryOperation,
@@ -227,10 +227,10 @@ INSTANTIATE_TEST_SUITE_P(
         TracedOperation{"checkRootValidity", [](auto& c) { c.checkRootValidity("/"); }, 0},
         TracedOperation{"list",
                         [](auto& c) {
-                            c.list("", pageToken, {"", 0});
+                            c.list("", anyToken, {"", 0});
                         }},
         TracedOperation{"remove", [](auto& c) { c.remove("k"); }},
-        TracedOperation{"download", [](auto& c) { c.download("k", received, 0, 0); }},
+        TracedOperation{"download", [](auto& c) { c.download("k", anyStream, 0, 0); }},
         TracedOperation{"upload", [](auto& c) { c.upload("k", content, 7); }},
         TracedOperation{"listParts", [](auto& c) { c.listParts("k"); }},
         TracedOperation{"startMultipartUpload", [](auto& c) { c.startMultipartUpload("k", ""); }},
