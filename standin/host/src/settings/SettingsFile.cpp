@@ -25,7 +25,7 @@ path environmentPath(const char* variable) {
 /// Empty when the user has no home.
 path userFile() {
     path folder = environmentPath("XDG_CONFIG_HOME");
-    // The XDG base directory specification has relative ones ignored.
+    // As the XDG base directories have it, relative ones count as not set.
     if (!folder.is_absolute()) {
         const path home = environmentPath("HOME");
         if (home.empty()) return {};
