@@ -15,11 +15,6 @@ const Aws::SDKOptions& options() {
     return defaults;
 }
 
-/// Once, whichever threads come here.
-void shutDown() {
-    if (initialised.exchange(false)) Aws::ShutdownAPI(options());
-}
-
 }  // namespace
 
 AwsSdk::AwsSdk() {
@@ -31,8 +26,8 @@ AwsSdk::~AwsSdk() {
     shutDown();
 }
 
-void AwsSdk::shutDownEarly() {
-    shutDown();
+void AwsSdk::shutDown() {
+    if (initialised.exchange(false)) Aws::ShutdownAPI(options());
 }
 
 }  // namespace s3vfs

@@ -13,8 +13,8 @@ public:
     ~AwsSdk() override;
 
     /// Shuts down the SDK that some object keeps, if any, although requests may be under way. Nothing but the
-    /// process's end may follow. Any thread.
-    static void shutDownEarly();
+    /// process's end may follow. Once, whichever threads call it.
+    static void shutDown();
 };
 
 }  // namespace s3vfs

@@ -86,10 +86,6 @@ void Interruption::watch() {
     if (over_) return;
     say(std::string(again ? "interrupted again" : "the request under way takes too long") +
         ": nobody waits for its end, and S3 may yet act on it");
-    end(signal);
-}
-
-void Interruption::end(int signal) {
     lastAct_();
     std::_Exit(statusOf(signal));
 }

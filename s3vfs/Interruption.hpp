@@ -39,7 +39,6 @@ public:
 
 private:
     void watch();
-    [[noreturn]] void end(int signal);
 
     const LastAct lastAct_;
     const std::vector<int> signals_;

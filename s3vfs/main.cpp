@@ -90,7 +90,7 @@ int run(const Invocation& invocation) {
 }
 
 int runInterruptibly(const Invocation& invocation) {
-    const s3vfs::Interruption interruption(&s3vfs::AwsSdk::shutDownEarly);
+    const s3vfs::Interruption interruption(&s3vfs::AwsSdk::shutDown);
     const int status = run(invocation);
     return interruption.status(status);
 }

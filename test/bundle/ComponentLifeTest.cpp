@@ -90,7 +90,7 @@ TEST_F(ComponentLife, OpensABucket) {
     host.registerInitializer();
     const auto factory = host.factory();
     ASSERT_TRUE(factory);
-    EXPECT_EQ(readWhole(*factory->createProvider(bucket.iri), u"file"), bucket.content);
+    EXPECT_EQ(get(*factory->createProvider(bucket.iri), u"file"), bucket.content);
 }
 
 TEST_F(ComponentLife, GivesEverybodyTheSameFactory) {
@@ -111,10 +111,10 @@ TEST_F(ComponentLife, EndsWithTheInitializersRegistrationButNotForOpenedProvider
     registration = {};
     EXPECT_THAT(host.offers(), IsEmpty());
     EXPECT_FALSE(held.expired()) << "the factory is still held";
-    EXPECT_EQ(readWhole(*provider, u"file"), bucket.content);
+    EXPECT_EQ(get(*provider, u"file"), bucket.content);
     factory.reset();
     EXPECT_TRUE(held.expired());
-    EXPECT_EQ(readWhole(*provider, u"file"), bucket.content);
+    EXPECT_EQ(get(*provider, u"file"), bucket.content);
 }
 
 TEST_F(ComponentLife, BeginsAnewWithANewFactoryWhenTheInitializerReturns) {
@@ -196,7 +196,7 @@ TEST(ProvidersOfAFramework, OutliveIt) {
         ASSERT_TRUE(factory);
         provider = factory->createProvider(bucket.iri);
     }
-    EXPECT_EQ(readWhole(*provider, u"file"), bucket.content);
+    EXPECT_EQ(get(*provider, u"file"), bucket.content);
 }
 
 class ReturningComponent : public AmazonTest {

@@ -92,7 +92,7 @@ protected:
 
     /// Reads on a thread that lives on until the test's end.
     std::string readElsewhere(IProvider& provider) {
-        std::packaged_task<std::string()> task([&provider] { return readWhole(provider, u"file"); });
+        std::packaged_task<std::string()> task([&provider] { return get(provider, u"file"); });
         auto read = task.get_future();
         threads.emplace_back([task = std::move(task), ended = ended]() mutable {
             task();
@@ -105,7 +105,7 @@ protected:
         const LoadedBundle bundle;
         const ActiveComponent component(bundle, nullptr);
         const auto provider = component.factory()->createProvider(StorageIRI(u"s3://travelled"));
-        EXPECT_EQ(readWhole(*provider, u"file"), content);
+        EXPECT_EQ(get(*provider, u"file"), content);
         EXPECT_EQ(readElsewhere(*provider), content);
         amazon.plan(s3server::Fault::status(403, "AccessDenied"));
         EXPECT_THROW(provider->stat(u"file"), CloudException);
@@ -134,7 +134,7 @@ TEST(Unloading, WorksAThousandTimesAfterABucketWasRead) {
             const LoadedBundle bundle;
             const ActiveComponent component(bundle, nullptr);
             const auto provider = component.factory()->createProvider(bucket.iri);
-            ASSERT_EQ(readWhole(*provider, u"file"), bucket.content);
+            ASSERT_EQ(get(*provider, u"file"), bucket.content);
         }
         ASSERT_FALSE(LoadedBundle::isLoaded()) << "after cycle " << cycle;
     }

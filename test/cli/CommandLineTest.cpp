@@ -12,6 +12,7 @@
 
 #include "cli/AmazonsPlace.hpp"
 #include "support/Process.hpp"
+#include "support/ServerEnvironment.hpp"
 #include "support/TemporaryFolder.hpp"
 
 namespace {
@@ -140,15 +141,10 @@ protected:
     }
 
     testsupport::Variables environment() const {
-        testsupport::Variables variables = {{"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
-                                            {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey},
-                                            {"AWS_REGION", "eu-west-3"},
-                                            {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
-                                            {"AWS_EC2_METADATA_DISABLED", "true"},
-                                            {"AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://127.0.0.1:1"},
-                                            {"ZR_AWS_PROXY", "OFF"},
-                                            {"ZR_AWS_RETRYTIMEMS", "0"},
-                                            {"HOME", home.path().string()}};
+        auto variables = testsupport::leadingTo(server);
+        variables["AWS_REGION"] = "eu-west-3";
+        variables["ZR_AWS_RETRYTIMEMS"] = "0";
+        variables["HOME"] = home.path().string();
         if (amazon) amazon->changeVariables(variables);
         const json changes = content().value("environment", json::object());
         for (const auto& [name, value] : changes.items()) {

@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "support/Process.hpp"
+#include "support/ServerEnvironment.hpp"
 #include "support/TemporaryFolder.hpp"
 
 using s3server::Fault;
@@ -43,14 +44,10 @@ protected:
     }
 
     testsupport::Variables environment() const {
-        return {{"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
-                {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey},
-                {"AWS_REGION", "us-east-1"},
-                {"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server.endpoint()},
-                {"AWS_EC2_METADATA_DISABLED", "true"},
-                {"ZR_AWS_PROXY", "OFF"},
-                {"HOME", folder.path().string()},
-                {"LD_PRELOAD", COUNTED_SHUTDOWN}};
+        auto variables = testsupport::leadingTo(server);
+        variables["HOME"] = folder.path().string();
+        variables["LD_PRELOAD"] = COUNTED_SHUTDOWN;
+        return variables;
     }
 
     /// Has the program list everything, and so many of its requests stall. Returns when the first one does.

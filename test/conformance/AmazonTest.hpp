@@ -4,8 +4,8 @@
 #include <s3server/Server.hpp>
 #include <string>
 
-#include "conformance/ProviderFiles.hpp"
 #include "support/FactoryTest.hpp"
+#include "support/ProviderFiles.hpp"
 #include "support/Relay.hpp"
 #include "support/TestCertificate.hpp"
 

@@ -4,8 +4,8 @@
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
 #include "conformance/EmbeddedTarget.hpp"
-#include "conformance/ProviderFiles.hpp"
 #include "support/CloudFailure.hpp"
+#include "support/ProviderFiles.hpp"
 
 using namespace testsupport;
 using foundation::storage::provider::Entry;

@@ -9,6 +9,7 @@
 
 #include "s3server/Server.hpp"
 #include "support/Process.hpp"
+#include "support/ServerEnvironment.hpp"
 
 namespace testsupport {
 
@@ -59,15 +60,7 @@ public:
     }
 
     /// An environment that leads there.
-    Variables environment() const {
-        return {{"ZR_AWS_ENDPOINT_OVERRIDE", "http://" + server_.endpoint()},
-                {"ZR_AWS_SCHEME", "HTTP"},
-                {"ZR_AWS_PROXY", "OFF"},
-                {"AWS_EC2_METADATA_DISABLED", "true"},
-                {"AWS_REGION", "us-east-1"},
-                {"AWS_ACCESS_KEY_ID", s3server::defaultCredentials.accessKey},
-                {"AWS_SECRET_ACCESS_KEY", s3server::defaultCredentials.secretKey}};
-    }
+    Variables environment() const { return leadingTo(server_); }
 
 private:
     s3server::Server server_;

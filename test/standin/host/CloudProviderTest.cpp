@@ -14,6 +14,7 @@
 #include "support/CloudFailure.hpp"
 #include "support/Environment.hpp"
 #include "support/HostileTexts.hpp"
+#include "support/ProviderFiles.hpp"
 #include "support/TemporaryFolder.hpp"
 
 namespace {
@@ -55,12 +56,6 @@ protected:
         std::string bytes(count, '?');
         bytes.resize(provider->openRead(path)->read(offset, bytes.data(), count));
         return bytes;
-    }
-
-    void write(const std::u16string& path, const std::string& content) {
-        const auto writer = provider->openWrite(path);
-        writer->write(content.data(), content.size());
-        writer->commit();
     }
 
     std::shared_ptr<MemoryClient> bucket = std::make_shared<MemoryClient>();
@@ -364,7 +359,7 @@ TEST_F(CloudProviderTest, TakesNoPathThatIsNotUtf16) {
 }
 
 TEST_F(CloudProviderTest, UsesPathsAsTheyStand) {
-    write(u"/a/../%41 b/.", "x");
+    put(*provider, u"/a/../%41 b/.", "x");
     EXPECT_THAT(bucket->calls, ElementsAre("upload a/../%41 b/. 1"));
     EXPECT_EQ(statOf(u"/a/../%41 b/."), "file . 1");
 }

@@ -25,7 +25,7 @@ path environmentPath(const char* variable) {
 /// Empty when the user has no home.
 path userFile() {
     path folder = environmentPath("XDG_CONFIG_HOME");
-    // As the XDG base directories have it, relative ones count as not set.
+    // A relative one counts as not set, as for every program that goes by the XDG base directories.
     if (!folder.is_absolute()) {
         const path home = environmentPath("HOME");
         if (home.empty()) return {};
