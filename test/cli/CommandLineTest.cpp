@@ -1,3 +1,4 @@
+#include <curl/curl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,8 +29,9 @@ using nlohmann::json;
 ///                Whatever begins with "pl4nted" is a secret, which must not be printed
 ///   home         files in the home folder, which is empty otherwise; {".aws/config": "content"}
 ///   status, out, err   what must come of it; err and out are compared whole after times are replaced by
-///                {time} and the home folder by {home}, or, with a leading "~", must contain what follows; a
-///                list must be contained piece by piece, in this order
+///                {time}, the home folder by {home} and libcurl's words for a refused connection by
+///                {refused}, or, with a leading "~", must contain what follows; a list must be contained
+///                piece by piece, in this order
 ///   requests     what the server must have been asked, in order: "GetObject key, N bytes down, M bytes up"
 ///   objects      what bucket demo holds at first, beside the usual; {"key": "content"}
 ///   faults       failures planned on the server, in the words of its --fault option, or an answer by its
@@ -128,6 +130,7 @@ protected:
         replaceAll(text, home.path().string(), "{home}");
         replaceAll(text, BUNDLE_FILE, "{bundle}");
         replaceAll(text, GREETER_BUNDLE, "{greeter}");
+        replaceAll(text, curl_easy_strerror(CURLE_COULDNT_CONNECT), "{refused}");
         return withoutTimes(text);
     }
 

@@ -4,6 +4,7 @@
 #include "replay/Operations.hpp"
 #include "replay/Scene.hpp"
 #include "replay/Wire.hpp"
+#include "support/CurlWords.hpp"
 
 #include <ctime>
 #include <thread>
@@ -74,7 +75,8 @@ std::string printable(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-std::vector<std::string> differences(const Json& expected, const Json& seen) {
+std::vector<std::string> differences(const Json& recorded, const Json& seen) {
+    const Json expected = Json::parse(testsupport::inWordsOfCurl(recorded.dump()));
     std::vector<std::string> lines;
     for (const Json& change : Json::diff(expected, seen)) {
         const std::string place = change["path"];

@@ -4,6 +4,8 @@
 
 #include <atomic>
 
+#include "support/CurlWords.hpp"
+
 using namespace standin::aws;
 using Aws::Client::CoreErrors;
 using testsupport::httpReply;
@@ -29,7 +31,7 @@ protected:
     void expectRefusal(const ExchangeOutcome& outcome) {
         ASSERT_FALSE(outcome.IsSuccess());
         EXPECT_EQ(outcome.GetError().GetErrorType(), CoreErrors::NETWORK_CONNECTION);
-        EXPECT_EQ(outcome.GetError().GetMessage(), "curlCode: 63, Maximum file size exceeded");
+        EXPECT_EQ(outcome.GetError().GetMessage(), testsupport::curlFailure(CURLE_FILESIZE_EXCEEDED));
     }
 };
 
