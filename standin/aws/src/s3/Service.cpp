@@ -34,6 +34,18 @@ std::string signingRegion(const Aws::Endpoint::AWSEndpoint& endpoint) {
     return attributes ? attributes->authScheme.GetSigningRegion().value_or("") : "";
 }
 
+/// Decoded. The service's own endpoint has none, but a request does.
+std::string pathOf(const Url& url) {
+    return url.path.empty() ? "/" : percentDecoded(url.path);
+}
+
+/// The same for an object.
+std::string pathTo(const std::string& key, Aws::Endpoint::AWSEndpoint endpoint) {
+    endpoint.AddPathSegments(key);
+    const std::string& url = endpoint.GetURL();
+    return percentDecoded(std::string_view(url).substr(url.find('/', url.find("//") + 2)));
+}
+
 bool isPort(const std::optional<unsigned>& port) {
     return !port || *port != 0;
 }
@@ -80,8 +92,7 @@ std::variant<ExchangeRequest, CoreError> makeRequest(const OperationCall& call,
     request.method = call.method;
     request.scheme = url->scheme;
     request.authority = authorityOf(*url);
-    request.path = percentDecoded(url->path);
-    if (!call.key.empty() || request.path.empty()) request.path += "/" + call.key;
+    request.path = call.key.empty() ? pathOf(*url) : pathTo(call.key, endpoint);
     request.subresource = call.subresource;
     request.query = call.query;
     request.headers = call.headers;

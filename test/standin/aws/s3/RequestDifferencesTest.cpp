@@ -144,6 +144,23 @@ TEST_P(OddKeys, KeepTheirSlashesAsSourcesOfCopies) {
     EXPECT_THAT(server.object("demo", "copy"), Optional(Eq("content of /double")));
 }
 
+TEST(OddKeysInAnEndpoint, KeepTheirPlace) {
+    Aws::Endpoint::AWSEndpoint endpoint;
+    endpoint.SetURL("http://host/bucket/");
+    endpoint.AddPathSegments("/a//../b \xC3\xBC=/");
+    EXPECT_EQ(endpoint.GetURL(), "http://host/bucket//a//../b%20%C3%BC=/");
+}
+
+TEST(OddKeysInTheSourceOfACopy, KeepTheirPlace) {
+    UploadPartCopyRequest copy;
+    EXPECT_TRUE(copy.GetRequestSpecificHeaders().empty());
+    copy.SetCopySource("bucket//a/../b =");
+    copy.SetCopySourceRange("bytes=0-9");
+    const Aws::Http::HeaderValueCollection expected = {{"x-amz-copy-source", "bucket//a/../b%20%3D"},
+                                                       {"x-amz-copy-source-range", "bytes=0-9"}};
+    EXPECT_EQ(copy.GetRequestSpecificHeaders(), expected);
+}
+
 INSTANTIATE_TEST_SUITE_P(Differences, OddKeys, ::testing::Values("127.0.0.1", "localhost"),
                          [](const auto& test) {
                              return std::string(test.index == 0 ? "ByPath" : "ByHostName");
