@@ -19,7 +19,8 @@ bool reportsFailure(const XmlDocument& document) {
 // An error document may name the host and the region where the request belongs.
 void noteDirections(ExchangeReply& reply, const XmlDocument& document) {
     const auto* error = findError(document);
-    reply.otherHost = trimmedChildText(error, "Endpoint");
+    const std::string host = childText(error, "Endpoint");
+    reply.otherHost = hasHttpScheme(host) ? host : "http://" + host;
     reply.otherRegion = trimmedChildText(error, "Region");
 }
 
@@ -44,6 +45,18 @@ std::string pathTo(const std::string& key, Aws::Endpoint::AWSEndpoint endpoint) 
     endpoint.AddPathSegments(key);
     const std::string& url = endpoint.GetURL();
     return percentDecoded(std::string_view(url).substr(url.find('/', url.find("//") + 2)));
+}
+
+/// Without it the object would seem to be empty.
+std::unique_ptr<CoreError> missingLength(const ExchangeReply& reply) {
+    if (reply.headers.count("content-length") > 0) return nullptr;
+    return std::make_unique<CoreError>(CoreErrors::UNKNOWN, "",
+                                       "The response doesn't tell the object's length", false);
+}
+
+/// A dot at its end keeps a resolver from looking for the name in the machine's own domain.
+std::string_view withoutDotAtEnd(std::string_view host) {
+    return !host.empty() && host.back() == '.' ? host.substr(0, host.size() - 1) : host;
 }
 
 bool isPort(const std::optional<unsigned>& port) {
@@ -85,7 +98,7 @@ std::variant<Answer, CoreError> Service::ask(const OperationCall& call) const {
 std::variant<ExchangeRequest, CoreError> makeRequest(const OperationCall& call,
                                                      const Aws::Endpoint::AWSEndpoint& endpoint) {
     const auto url = splitUrl(endpoint.GetURL());
-    if (!url || !isHostName(url->host) || !isPort(url->port)) {
+    if (!url || !isHostName(withoutDotAtEnd(url->host)) || !isPort(url->port)) {
         return CoreError(CoreErrors::VALIDATION, "", "Invalid DNS Label found in URI host", false);
     }
     ExchangeRequest request;
@@ -108,6 +121,7 @@ std::unique_ptr<CoreError> judge(AnswerBody kind, ExchangeReply& reply,
     document.reset();
     const bool succeeded = reply.status >= 200 && reply.status < 300;
     if (succeeded && kind == AnswerBody::Content) return nullptr;
+    if (succeeded && kind == AnswerBody::Length) return missingLength(reply);
     document = documentIn(reply);
     const bool failed = !succeeded || (document && reportsFailure(*document));
     return failed ? errorIn(reply, document.get()) : nullptr;
