@@ -8,7 +8,6 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "ConfigurationSources.hpp"
-#include "EnvironmentText.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"
 

@@ -2,7 +2,6 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "ConfigurationSources.hpp"
-#include "EnvironmentText.hpp"
 #include "NumberParsing.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"

@@ -11,6 +11,9 @@
 /// is set but empty counts as not set.
 namespace storage::s3provider {
 
+/// The value of an environment variable in UTF-8, bytes that aren't text replaced; empty when it isn't set.
+std::string environmentText(const char* variable);
+
 /// A place where the user may have chosen a region: a variable, or a file with profiles.
 struct RegionSource {
     const char* variable;       ///< null for a file
@@ -23,9 +26,6 @@ inline constexpr RegionSource regionSources[] = {
     {nullptr, &Aws::Auth::ProfileConfigFileAWSCredentialsProvider::GetCredentialsProfileFilename},
     {nullptr, &Aws::Auth::GetConfigProfileFilename},
 };
-
-/// The region that a place holds; empty when it has none.
-std::string regionFrom(const RegionSource& source);
 
 /// The profile whose region counts in the files: `AWS_PROFILE`, else "default".
 std::string regionProfile();

@@ -2,14 +2,9 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "ConfigurationSources.hpp"
-#include "EnvironmentText.hpp"
 #include "S3ProviderFactoryV2.hpp"
 
 namespace storage::s3provider {
-
-std::string endpointOverride() {
-    return environmentText("ZR_AWS_ENDPOINT_OVERRIDE");
-}
 
 std::shared_ptr<Aws::S3::S3Client> S3ProviderFactoryV2::getClientForBucket(const std::string& bucket) {
     const std::string endpoint = endpointOverride();
