@@ -7,10 +7,14 @@
 #include <utility>
 
 #include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3ErrorTranslation.hpp"
 
 namespace storage::s3provider {
+
+foundation::log::diagnostic_logger& s3ClientLogger() {
+    static foundation::log::diagnostic_logger logger("storage::s3provider::S3Client");
+    return logger;
+}
 
 S3CloudClient::S3CloudClient(std::string bucket, std::shared_ptr<Aws::S3::S3Client> client,
                              S3ClientConfiguration configuration, std::string configuredRegion)

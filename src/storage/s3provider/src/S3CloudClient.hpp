@@ -6,6 +6,7 @@
 
 #include <boost/optional.hpp>
 #include <cstdint>
+#include <foundation/log/diagnostic_logger.hpp>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -16,6 +17,10 @@
 #include "S3ClientConfiguration.hpp"
 
 namespace storage::s3provider {
+
+/// The logger of the cloud client, channel "storage::s3provider::S3Client". Made on first use, it lives until
+/// the library is unloaded. Any thread.
+foundation::log::diagnostic_logger& s3ClientLogger();
 
 /// One S3 bucket as the host's cloud client. An operation is one S3 request on the calling thread (`download`
 /// repeats it; an error that nothing explains costs one GetBucketLocation more), and a failed one ends in one

@@ -4,7 +4,6 @@
 #include <storage/cloudprovider/utils.hpp>
 
 #include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 #include "UrlDecode.hpp"
 

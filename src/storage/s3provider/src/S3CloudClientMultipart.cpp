@@ -3,25 +3,33 @@
 #include <aws/s3/model/CompletedMultipartUpload.h>
 #include <aws/s3/model/CompletedPart.h>
 #include <aws/s3/model/CreateMultipartUploadRequest.h>
+#include <aws/s3/model/DeleteObjectRequest.h>
+#include <aws/s3/model/PutObjectRequest.h>
 #include <aws/s3/model/UploadPartCopyRequest.h>
 #include <aws/s3/model/UploadPartRequest.h>
 
 #include <algorithm>
 #include <boost/numeric/conversion/cast.hpp>
+#include <istream>
+#include <memory>
 #include <storage/cloudprovider/CloudException.hpp>
 #include <utility>
 
-#include "ByteRange.hpp"
 #include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
+#include "DownloadAttempts.hpp"
 #include "S3CloudClient.hpp"
-#include "StreamBody.hpp"
 
 namespace storage::s3provider {
 
 using cloudprovider::PartInfo;
 
 namespace {
+
+// The caller's stream buffer as the SDK takes request bodies: nothing is copied, and whatever the SDK does to
+// the position is seen by the caller. The buffer must outlive the request.
+std::shared_ptr<std::iostream> bodyOver(std::istream& in) {
+    return std::make_shared<std::iostream>(in.rdbuf());
+}
 
 // The smallest size S3 takes for every part but the last.
 constexpr std::uint64_t partSize = std::uint64_t{5} * 1024 * 1024;
@@ -50,6 +58,29 @@ std::vector<PartInfo> partsOfSize(std::uint64_t size) {
 }
 
 }  // namespace
+
+void S3CloudClient::remove(const std::string& key) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key);
+
+    Aws::S3::Model::DeleteObjectRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    const auto outcome = m_client->DeleteObject(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
+}
+
+void S3CloudClient::upload(const std::string& key, std::istream& in, std::uint64_t) {
+    const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
+    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key);
+
+    Aws::S3::Model::PutObjectRequest request;
+    request.SetBucket(m_bucket);
+    request.SetKey(key);
+    request.SetBody(bodyOver(in));
+    const auto outcome = m_client->PutObject(request);
+    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
+}
 
 std::vector<PartInfo> S3CloudClient::listParts(const std::string& key) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);

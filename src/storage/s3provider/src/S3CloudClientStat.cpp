@@ -5,7 +5,6 @@
 #include <storage/cloudprovider/utils.hpp>
 
 #include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 
 namespace storage::s3provider {

@@ -5,7 +5,7 @@
 
 #include "DiagnosticRecord.hpp"
 #include "NumberParsing.hpp"
-#include "S3ClientLogger.hpp"
+#include "S3CloudClient.hpp"
 
 namespace storage::s3provider {
 
