@@ -6,7 +6,6 @@
 
 #include <boost/optional.hpp>
 #include <cstdint>
-#include <foundation/log/diagnostic_logger.hpp>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -14,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "CallTrace.hpp"
+#include "DiagnosticRecord.hpp"
 #include "S3ClientConfiguration.hpp"
 
 namespace storage::s3provider {
@@ -90,6 +91,20 @@ public:
     ~S3CloudClient() override;
 
 private:
+    // The record of an operation's arguments: the bucket, then `pieces`, names (" key=") and values by turns.
+    template <class... Pieces>
+    void logArguments(const Pieces&... pieces) const {
+        logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, pieces...);
+    }
+
+    // The result of a request that succeeded, which lives as long as `outcome`; raises the failure of any
+    // other.
+    template <class Outcome>
+    const auto& resultOrRaise(const Outcome& outcome) {
+        if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
+        return outcome.GetResult();
+    }
+
     // The end of every failed request: its record, then its exception.
     [[noreturn]] void raiseFailure(const Aws::Client::AWSError<Aws::S3::S3Errors>& error);
 

@@ -3,7 +3,6 @@
 #include <ostream>
 #include <thread>
 
-#include "CallTrace.hpp"
 #include "DownloadAttempts.hpp"
 #include "S3CloudClient.hpp"
 
@@ -29,15 +28,13 @@ void sleepOnThisThread(std::chrono::milliseconds time) {
 void S3CloudClient::download(const std::string& key, std::ostream& out, std::uint64_t start,
                              std::uint64_t end) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
-    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key, " start=", start,
-              " end=", end);
+    logArguments(" key=", key, " start=", start, " end=", end);
 
     const auto source = [&](std::uint64_t first, std::uint64_t last) {
         return m_client->GetObject(bytesRequest(m_bucket, key, first, last));
     };
     const auto outcome = attemptDownload(m_configuration, start, end, source, sleepOnThisThread);
-    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
-    out << outcome.GetResult().GetBody().rdbuf();
+    out << resultOrRaise(outcome).GetBody().rdbuf();
 }
 
 }  // namespace storage::s3provider
