@@ -88,25 +88,19 @@ std::string rootCertificateFile() {
 
 namespace {
 
-std::int64_t numberFrom(const RetrySetting& setting) {
-    try {
-        const std::u16string value = fl::i18n::getenv(setting.variable);
-        return value.empty() ? setting.defaultValue : parseInt(fl::i18n::ustring_to_utf8(value));
-    } catch (...) {
-        logRecord(clientFactoryLogger, LogConfigurationFailures, "Caught exception while parsing ",
-                  setting.variable);
-        return setting.defaultValue;
-    }
+void reportUnreadable(const NumberSetting& setting) {
+    logRecord(clientFactoryLogger, LogConfigurationFailures, "Caught exception while parsing ",
+              setting.variable);
 }
 
 }  // namespace
 
 std::int64_t getDataAttempts() {
-    return numberFrom(attemptsSetting);
+    return readNumber(attemptsSetting, reportUnreadable);
 }
 
 std::int64_t getRetryTimeMs() {
-    return numberFrom(retryTimeSetting);
+    return readNumber(retryTimeSetting, reportUnreadable);
 }
 
 S3ClientConfiguration getRetrySettings() {

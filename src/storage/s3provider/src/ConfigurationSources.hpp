@@ -2,9 +2,10 @@
 
 #include <aws/core/auth/AWSCredentialsProvider.h>
 
-#include <cstdint>
 #include <foundation/certificates/certificates.hpp>
 #include <string>
+
+#include "NumberParsing.hpp"
 
 /// The places that are asked how to reach a bucket, in the order of asking. What makes clients goes by these
 /// tables, and so can whoever explains what it did. Each is read anew whenever it is asked; a variable that
@@ -53,13 +54,8 @@ inline constexpr CertificateSource certificateFile{"ZR_ROOT_CERT_FILE",
 inline constexpr CertificateSource certificateFolder{"ZR_ROOT_CERT_PATH",
                                                      &foundation::certificates::getSystemCertificatesFolder};
 
-/// A number that says how downloads are repeated.
-struct RetrySetting {
-    const char* variable;
-    std::int64_t defaultValue;
-};
-
-inline constexpr RetrySetting attemptsSetting{"ZR_AWS_GETDATA_ATTEMPTS", 5};
-inline constexpr RetrySetting retryTimeSetting{"ZR_AWS_RETRYTIMEMS", 1000};
+/// How downloads are repeated.
+inline constexpr NumberSetting attemptsSetting{"ZR_AWS_GETDATA_ATTEMPTS", 5};
+inline constexpr NumberSetting retryTimeSetting{"ZR_AWS_RETRYTIMEMS", 1000};
 
 }  // namespace storage::s3provider
