@@ -108,14 +108,14 @@ S3ClientConfiguration getRetrySettings() {
     return {attempts, getRetryTimeMs()};
 }
 
-std::string regionFrom(const RegionSource& source) {
+std::string regionFromSource(const RegionSource& source) {
     if (source.variable) return environmentText(source.variable);
     return regionFromProfileFile(source.fileName(), regionProfile());
 }
 
 std::string regionFromEnvironment() {
     for (const RegionSource& source : regionSources) {
-        if (std::string region = regionFrom(source); !region.empty()) return region;
+        if (std::string region = regionFromSource(source); !region.empty()) return region;
     }
     return {};
 }

@@ -53,7 +53,7 @@ S3ClientConfiguration getRetrySettings();
 std::string regionFromEnvironment();
 
 /// The region that one of `regionSources` holds; empty when it has none.
-std::string regionFrom(const RegionSource& source);
+std::string regionFromSource(const RegionSource& source);
 
 /// The region of a profile in a file whose sections are named by the bare profile; empty without one. An
 /// unreadable file holds none.
