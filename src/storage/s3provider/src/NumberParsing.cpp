@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <fl/i18n.hpp>
 #include <limits>
 #include <stdexcept>
 
@@ -17,6 +18,16 @@ int parseInt(const std::string& text) {
         throw std::out_of_range("stoi argument out of range");
     }
     return static_cast<int>(value);
+}
+
+std::int64_t readNumber(const NumberSetting& setting, void (*reportFailure)(const NumberSetting&)) {
+    try {
+        const std::u16string value = fl::i18n::getenv(setting.variable);
+        return value.empty() ? setting.defaultValue : parseInt(fl::i18n::ustring_to_utf8(value));
+    } catch (...) {
+        reportFailure(setting);
+        return setting.defaultValue;
+    }
 }
 
 }  // namespace storage::s3provider

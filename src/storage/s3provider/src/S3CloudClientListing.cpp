@@ -3,8 +3,6 @@
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <storage/cloudprovider/utils.hpp>
 
-#include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 #include "UrlDecode.hpp"
 
@@ -47,13 +45,10 @@ std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& pa
 std::vector<EntryInfo> S3CloudClient::list(const std::string& prefix, std::string& continuationToken,
                                            const cloudprovider::ListOptions& options) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
-    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " prefix=", prefix,
-              " continuationToken=", continuationToken, " options=", options);
+    logArguments(" prefix=", prefix, " continuationToken=", continuationToken, " options=", options);
 
     const auto outcome = m_client->ListObjectsV2(pageRequest(m_bucket, prefix, continuationToken, options));
-    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
-
-    const auto& page = outcome.GetResult();
+    const auto& page = resultOrRaise(outcome);
     auto entries = pageEntries(page);
     continuationToken = page.GetIsTruncated() ? page.GetNextContinuationToken() : std::string();
     logRecord(s3ClientLogger(), LogResults, "Logging found ", entries.size(), " values");

@@ -7,6 +7,14 @@ class ComponentInstance;
 }
 }  // namespace cppmicroservices
 
+namespace storage::s3provider {
+
+/// The framework's context of this bundle as it was set last; null before. It is the framework's own, and
+/// opaque. Any thread, also while another one sets it.
+cppmicroservices::BundleContextPrivate* bundleContext() noexcept;
+
+}  // namespace storage::s3provider
+
 // The library's whole interface. The names are made of the bundle's and the implementation class's names by
 // the conventions of CppMicroServices and its Declarative Services.
 extern "C" {
