@@ -1,7 +1,7 @@
 #include "cppmicroservices/LDAPFilter.h"
 
 #include "cppmicroservices/ServiceReferenceBase.h"
-#include "filter/FilterNode.hpp"
+#include "filter/FilterSyntax.hpp"
 #include "filter/ValueMatch.hpp"
 #include "services/PropertyNames.hpp"
 

@@ -1,4 +1,4 @@
-#include "bundle/ElfSection.hpp"
+#include "bundle/BundleFile.hpp"
 
 #include <fcntl.h>
 #include <gelf.h>
