@@ -4,7 +4,15 @@
 #include <string>
 #include <string_view>
 
+/// From a library's file to the text of its manifest.
 namespace cppmicroservices::detail {
+
+/// No section that is read is larger than this many bytes.
+inline constexpr std::size_t maximumSectionSize = 16 << 20;
+
+/// The bytes of a section of an ELF file. Throws std::runtime_error when the file can't be read, isn't ELF,
+/// has no such section, ends before it does, or says that it is too large. Never waits for a pipe's writer.
+std::string readElfSection(const std::string& path, const std::string& section);
 
 /// No manifest is larger than this many bytes.
 inline constexpr std::size_t maximumManifestSize = 1 << 20;
