@@ -30,6 +30,13 @@ std::unique_ptr<CoreError> errorIn(ExchangeReply& reply, const XmlDocument* docu
     return std::make_unique<CoreError>(errorFrom(reply.status, *document));
 }
 
+CoreError describedBy(const ExchangeReply& reply, const Headers& headers, CoreError error) {
+    error.SetResponseCode(static_cast<Aws::Http::HttpResponseCode>(reply.status));
+    error.SetResponseHeaders(headers);
+    error.SetRemoteHostIpAddress(reply.remoteAddress);
+    return error;
+}
+
 std::string signingRegion(const Aws::Endpoint::AWSEndpoint& endpoint) {
     const auto& attributes = endpoint.GetAttributes();
     return attributes ? attributes->authScheme.GetSigningRegion().value_or("") : "";
@@ -71,8 +78,8 @@ Service::Service(std::shared_ptr<Aws::Auth::AWSCredentialsProvider> credentials,
     : endpoints_(endpoints ? std::move(endpoints)
                            : std::make_shared<Aws::S3::Endpoint::S3EndpointProvider>()),
       exchange_(configuration, std::move(credentials)),
-      signsPayload_(configuration.payloadSigningPolicy ==
-                    Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Always) {
+      signsPayload_(configuration.payloadSigningPolicy !=
+                    Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy::Never) {
     endpoints_->InitBuiltInParameters(configuration);
 }
 
@@ -92,6 +99,8 @@ std::variant<Answer, CoreError> Service::ask(const OperationCall& call) const {
     if (answer.document && !answer.document->parsed()) return xmlParseError(answer.document->errorName());
     answer.headers = std::move(reply.GetResult().headers);
     answer.body = std::move(reply.GetResult().body);
+    const auto fault = call.faultOf != nullptr ? call.faultOf(answer) : std::string_view();
+    if (!fault.empty()) return describedBy(reply.GetResult(), answer.headers, unexpectedResponse(fault));
     return answer;
 }
 

@@ -13,8 +13,17 @@ Aws::Http::HeaderValueCollection Aws::S3::Model::UploadPartCopyRequest::GetReque
 
 namespace standin::aws::s3 {
 
+namespace {
+
+std::string_view faultOfCopy(const Answer& answer) {
+    return childText(answer.root(), "ETag").empty() ? "lacks ETag" : std::string_view();
+}
+
+}  // namespace
+
 OperationCall describe(const Aws::S3::Model::UploadPartCopyRequest& request) {
     auto call = objectCall(Aws::Http::HttpMethod::HTTP_PUT, AnswerBody::Document, request);
+    call.faultOf = faultOfCopy;
     call.require(request.CopySourceHasBeenSet(), "CopySource");
     call.require(request.PartNumberHasBeenSet(), "PartNumber");
     call.require(request.UploadIdHasBeenSet(), "UploadId");
