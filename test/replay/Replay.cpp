@@ -1,10 +1,10 @@
 #include "replay/Replay.hpp"
 
 #include "replay/Client.hpp"
+#include "replay/LinkedCurl.hpp"
 #include "replay/Operations.hpp"
 #include "replay/Scene.hpp"
 #include "replay/Wire.hpp"
-#include "support/CurlWords.hpp"
 
 #include <ctime>
 #include <thread>
@@ -76,7 +76,7 @@ std::string printable(const Json& value) {
 }
 
 std::vector<std::string> differences(const Json& recorded, const Json& seen) {
-    const Json expected = Json::parse(testsupport::inWordsOfCurl(recorded.dump()));
+    const Json expected = asOfLinkedCurl(recorded, seen);
     std::vector<std::string> lines;
     for (const Json& change : Json::diff(expected, seen)) {
         const std::string place = change["path"];
