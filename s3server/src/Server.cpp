@@ -25,7 +25,7 @@ Server::Server(const Options& options)
     : address_(options.address),
       service_(std::make_unique<Service>(options)),
       faults_(std::make_unique<FaultPlan>()),
-      log_(std::make_unique<RequestLog>(options.onRequest)),
+      log_(std::make_unique<RequestLog>(options.onRequest, options.rememberedRequests)),
       listener_(std::make_unique<Listener>(options, [this](Wire& wire, std::uint64_t connection) {
           serveConnection(wire, {*service_, *faults_, *log_}, connection);
       })) {}
@@ -101,6 +101,10 @@ std::size_t Server::openUploads(const std::string& bucket) const {
 
 std::vector<RequestRecord> Server::requests() const {
     return log_->records();
+}
+
+RequestCounts Server::requestCounts() const {
+    return log_->counts();
 }
 
 void Server::forgetRequests() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -42,6 +43,8 @@ struct Options {
     bool checkSignatures = true;
     /// The time that signatures are judged by, and of everything the server dates. Called from any thread.
     std::function<std::chrono::system_clock::time_point()> clock = std::chrono::system_clock::now;
+    /// How many requests Server::requests() tells of.
+    std::size_t rememberedRequests = 10'000;
     /// Told of each request when its answer is about to be sent; one call at a time, from any thread.
     std::function<void(const RequestRecord&)> onRequest;
 };

@@ -45,8 +45,11 @@ public:
     /// Multipart uploads that were neither completed nor aborted.
     std::size_t openUploads(const std::string& bucket) const;
 
-    /// In the order in which the requests were answered. A request is recorded before its answer leaves.
+    /// The latest, Options::rememberedRequests of them, in the order in which they were answered. A request
+    /// is recorded before its answer leaves.
     std::vector<RequestRecord> requests() const;
+    /// Of all requests since the start, or since they were forgotten.
+    RequestCounts requestCounts() const;
     void forgetRequests();
     /// Connections accepted since the start.
     std::size_t connections() const;
