@@ -6,6 +6,7 @@
 #include "Encoding.hpp"
 #include "FaultPlan.hpp"
 #include "Listener.hpp"
+#include "Operations.hpp"
 #include "RequestLog.hpp"
 #include "S3Error.hpp"
 #include "Service.hpp"
@@ -48,8 +49,13 @@ void Server::stop() {
 }
 
 void Server::createBucket(const std::string& name, const std::string& region) {
-    if (name.empty() || name.find('/') != std::string::npos)
-        throw std::invalid_argument("'" + name + "' can't be a bucket's name");
+    if (!isBucketName(name)) {
+        throw std::invalid_argument("'" + name +
+                                    "' can't be a bucket's name in S3: 3 to 63 lower-case letters, digits, "
+                                    "hyphens and dots, and none of the reserved names (InvalidBucketName)");
+    }
+    if (region.empty() || !isRegion(region))
+        throw std::invalid_argument("'" + region + "' can't be a region (InvalidLocationConstraint)");
     try {
         service_->store().createBucket({name, region == "us-east-1" ? "" : region, service_->now()});
     } catch (const S3Error&) {

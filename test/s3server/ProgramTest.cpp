@@ -178,6 +178,9 @@ TEST(Program, RefusesBadUsageInOneLine) {
         {{"--tls-cert", "a.pem"}, "--tls-key"},
         {{"--bucket", "demo", "--bucket", "demo"}, "'demo' exists"},
         {{"--bucket", ":eu-west-3"}, "bucket's name"},
+        {{"--bucket", "Bad Name"}, "'Bad Name' can't be a bucket's name in S3"},
+        {{"--bucket", "demo:"}, "'' can't be a region"},
+        {{"--bucket", "demo:Eu West"}, "'Eu West' can't be a region"},
     };
     for (const auto& [arguments, complaint] : cases) {
         Program program(arguments);

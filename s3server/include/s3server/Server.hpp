@@ -35,7 +35,7 @@ public:
     /// stored and recorded stays readable.
     void stop();
 
-    /// Takes any name, also one that S3 wouldn't. Throws std::invalid_argument if the bucket exists.
+    /// Throws std::invalid_argument if the bucket exists, and for a name or region that S3 refuses, too.
     void createBucket(const std::string& name, const std::string& region = "us-east-1");
     /// Throws std::invalid_argument if there is no such bucket.
     void putObject(const std::string& bucket, const std::string& key, std::string bytes);
