@@ -122,7 +122,19 @@ std::size_t Server::connections() const {
 }
 
 void Server::plan(Fault fault) {
-    faults_->add(std::move(fault));
+    faults_->add({std::move(fault)});
+}
+
+void Server::plan(std::vector<Fault> faults) {
+    faults_->add(std::move(faults));
+}
+
+std::vector<Fault> Server::plannedFaults() const {
+    return faults_->faults();
+}
+
+void Server::resetFaults() {
+    faults_->replace({});
 }
 
 std::size_t Server::plannedFaultsLeft() const {

@@ -54,11 +54,17 @@ public:
     /// Connections accepted since the start.
     std::size_t connections() const;
 
-    /// Several faults may wait; a request suffers the first one planned that matches it.
+    /// Several faults may wait; a request suffers the first one planned that matches it when it has arrived.
     void plan(Fault fault);
+    /// All of them at once: no request meets some of them only.
+    void plan(std::vector<Fault> faults);
+    /// What is still to come, in the order planned, with what is left of each fault's skips and times.
+    std::vector<Fault> plannedFaults() const;
     /// How many requests the faults planned so far will still befall.
     std::size_t plannedFaultsLeft() const;
-    /// Lets the requests that a stall holds be answered.
+    /// Forgets what is still to come, and lets the requests that a stall holds be answered.
+    void resetFaults();
+    /// Lets the requests that a stall holds be answered; what is planned stays.
     void releaseStalled();
 
 private:
