@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "Control.hpp"
 #include "Digest.hpp"
 #include "Encoding.hpp"
 #include "FaultPlan.hpp"
@@ -15,21 +16,29 @@
 namespace s3server {
 namespace {
 
-std::string endpointText(const std::string& address, std::uint16_t port) {
-    const bool isV6 = address.find(':') != std::string::npos;
-    return (isV6 ? '[' + address + ']' : address) + ':' + std::to_string(port);
+Options forControl(Options options) {
+    options.address = options.controlAddress;
+    options.port = *options.controlPort;
+    options.tls.reset();
+    return options;
 }
 
 }  // namespace
 
 Server::Server(const Options& options)
-    : address_(options.address),
-      service_(std::make_unique<Service>(options)),
+    : service_(std::make_unique<Service>(options)),
       faults_(std::make_unique<FaultPlan>()),
       log_(std::make_unique<RequestLog>(options.onRequest, options.rememberedRequests)),
-      listener_(std::make_unique<Listener>(options, [this](Wire& wire, std::uint64_t connection) {
-          serveConnection(wire, {*service_, *faults_, *log_}, connection);
-      })) {}
+      listener_(
+          std::make_unique<Listener>(options,
+                                     [this](Wire& wire, std::uint64_t connection) {
+                                         serveConnection(wire, {*service_, *faults_, *log_}, connection);
+                                     })),
+      control_(options.controlPort ? std::make_unique<Listener>(forControl(options),
+                                                                [this](Wire& wire, std::uint64_t) {
+                                                                    serveControl(wire, {*faults_, *log_});
+                                                                })
+                                   : nullptr) {}
 
 Server::~Server() {
     stop();
@@ -40,12 +49,17 @@ std::uint16_t Server::port() const {
 }
 
 std::string Server::endpoint() const {
-    return endpointText(address_, port());
+    return listener_->endpoint();
+}
+
+std::string Server::controlEndpoint() const {
+    return control_ ? control_->endpoint() : std::string();
 }
 
 void Server::stop() {
     faults_->end();
     listener_->stop();
+    if (control_) control_->stop();
 }
 
 void Server::createBucket(const std::string& name, const std::string& region) {

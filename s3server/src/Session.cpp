@@ -1,7 +1,6 @@
 #include "Session.hpp"
 
 #include <algorithm>
-#include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http.hpp>
@@ -9,6 +8,7 @@
 #include <sstream>
 
 #include "Delivery.hpp"
+#include "ReadStream.hpp"
 #include "Text.hpp"
 
 namespace s3server {
@@ -23,31 +23,6 @@ constexpr std::uint32_t largestHead = 64U << 10U;
 constexpr std::size_t largestBuffer = std::size_t{128} << 10U;
 // Answers up to this size go out in one piece with their head.
 constexpr std::uint64_t smallBody = 16U << 10U;
-
-/// Beast's view of a Wire, for reading.
-struct ReadStream {
-    Wire& wire;
-
-    template <class Buffers>
-    std::size_t read_some(const Buffers& buffers, error_code& error) {
-        error = {};
-        for (auto at = asio::buffer_sequence_begin(buffers); at != asio::buffer_sequence_end(buffers); ++at) {
-            const asio::mutable_buffer buffer(*at);
-            if (buffer.size() == 0) continue;
-            const std::size_t count = wire.read(static_cast<char*>(buffer.data()), buffer.size());
-            if (count == 0) error = asio::error::eof;
-            return count;
-        }
-        return 0;
-    }
-    template <class Buffers>
-    std::size_t read_some(const Buffers& buffers) {
-        error_code error;
-        const std::size_t count = read_some(buffers, error);
-        if (error) throw boost::system::system_error(error);
-        return count;
-    }
-};
 
 using Parser = http::request_parser<http::buffer_body>;
 

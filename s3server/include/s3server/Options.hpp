@@ -33,6 +33,10 @@ struct Options {
     std::string address = "127.0.0.1";
     /// 0 lets the system choose.
     std::uint16_t port = 0;
+    /// Where control requests are taken, over HTTP and from everybody who can connect: another process's way
+    /// to Server::plan() and its like. Without a port, nowhere; 0 lets the system choose.
+    std::optional<std::uint16_t> controlPort;
+    std::string controlAddress = "127.0.0.1";
     std::vector<Credentials> credentials{defaultCredentials};
     /// BUCKET.NAME addresses a bucket for each NAME of this list; NAME alone, and every host that is not
     /// listed, addresses buckets by the path. The regional names of amazonaws.com are always known.

@@ -22,7 +22,7 @@ class RequestLog;
 /// or the destructor, one thread a connection. All members but the destructor may be called from any thread.
 class Server {
 public:
-    /// Throws std::runtime_error if the address can't be bound or a TLS file can't be used.
+    /// Throws std::runtime_error if an address can't be bound or a TLS file can't be used.
     explicit Server(const Options& options = {});
     ~Server();
     Server(const Server&) = delete;
@@ -31,6 +31,8 @@ public:
     std::uint16_t port() const;
     /// "127.0.0.1:PORT", without a scheme.
     std::string endpoint() const;
+    /// Where control requests are taken, in the same form; empty if nowhere.
+    std::string controlEndpoint() const;
     /// Ends all connections, also those in the middle of an answer, and returns when they are gone. What is
     /// stored and recorded stays readable.
     void stop();
@@ -68,11 +70,11 @@ public:
     void releaseStalled();
 
 private:
-    const std::string address_;
     const std::unique_ptr<Service> service_;
     const std::unique_ptr<FaultPlan> faults_;
     const std::unique_ptr<RequestLog> log_;
     const std::unique_ptr<Listener> listener_;
+    const std::unique_ptr<Listener> control_;
 };
 
 }  // namespace s3server
