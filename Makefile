@@ -34,12 +34,12 @@ demo: configure
 test: build
 	ctest --preset dev -j $(test_jobs)
 
-# The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy and
+# The suite on a real S3 server, others' clients on the embedded one, and the plug-in behind another's proxy and
 # through time. Tests skip what isn't installed; here all of it must be.
 integration: configure
 	tools/install-deps integration
 	cmake --build --preset dev --target s3provider_integration
-	for program in ceph-mon ceph-osd radosgw aws tinyproxy; do \
+	for program in ceph-mon ceph-osd radosgw aws rclone s3cmd tinyproxy; do \
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
 	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }

@@ -89,6 +89,10 @@ void define(CLI::App& app, Arguments& arguments, std::vector<std::string>& fault
         ->capture_default_str();
     app.add_option("--secret-key", arguments.credentials.secretKey, "its secret key")
         ->envname("S3SERVER_SECRET_KEY");
+    app.add_option("--memory", arguments.options.memoryLimit,
+                   "most bytes to keep, such as 512MiB; what would go beyond is refused with 507 "
+                   "InsufficientStorage; three quarters of the machine's memory unless given")
+        ->transform(CLI::AsSizeValue(true));
     app.add_flag("--no-auth", arguments.noAuth, "accept every request, signed or not");
     app.add_option("--fault", faults, "something that is to go wrong, see below; may be repeated");
     app.add_option("--control-port", arguments.options.controlPort,

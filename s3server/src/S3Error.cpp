@@ -95,6 +95,10 @@ constexpr std::array rows{
         "A header or query you provided implies functionality that is not implemented."},
     Row{503, "SlowDown", "Please reduce your request rate."},
     Row{503, "ServiceUnavailable", "Service is unable to handle request."},
+    Row{507, "InsufficientStorage",
+        "The server keeps everything in memory and has no room for this. Deleting objects or aborting "
+        "uploads "
+        "makes room."},
 };
 
 }  // namespace

@@ -78,15 +78,21 @@ void Server::createBucket(const std::string& name, const std::string& region) {
 }
 
 void Server::putObject(const std::string& bucket, const std::string& key, std::string bytes) {
-    Bytes stored(std::move(bytes));
-    std::string etag = hex(digestOf(Digest::md5(), stored));
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(service_->now());
-    const auto object = std::make_shared<const Object>(
-        Object{std::move(stored), std::move(etag), {{"content-type", "binary/octet-stream"}}, seconds});
+    Store& store = service_->store();
+    Headers metadata{{"content-type", "binary/octet-stream"}};
     try {
-        service_->store().put(bucket, key, object);
-    } catch (const S3Error&) {
-        throw std::invalid_argument("there is no bucket '" + bucket + "'");
+        Room room(&store.memory(), bytes.size());
+        Bytes stored(std::move(bytes), std::move(room));
+        std::string etag = hex(digestOf(Digest::md5(), stored));
+        const SharedRoom ownRoom = store.roomFor(key, metadata);
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(service_->now());
+        store.put(bucket, key,
+                  std::make_shared<const Object>(
+                      Object{std::move(stored), std::move(etag), std::move(metadata), seconds, ownRoom}));
+    } catch (const S3Error& error) {
+        if (error.code() == "NoSuchBucket")
+            throw std::invalid_argument("there is no bucket '" + bucket + "'");
+        throw std::runtime_error(error.message());
     }
 }
 
@@ -117,6 +123,10 @@ std::size_t Server::openUploads(const std::string& bucket) const {
     } catch (const S3Error&) {
         return 0;
     }
+}
+
+std::uint64_t Server::memoryUsed() const {
+    return service_->store().memory().used();
 }
 
 std::vector<RequestRecord> Server::requests() const {

@@ -180,7 +180,7 @@ private:
 };
 
 TEST_F(Faults, PlannedWhileRequestsRunBefallExactlyAsManyAsPlanned) {
-    constexpr unsigned rounds = 50;
+    constexpr unsigned rounds = 20;
     Readers readers(server);
     const auto planRounds = [this] {
         for (unsigned i = 0; i < rounds; ++i)

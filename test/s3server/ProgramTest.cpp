@@ -126,6 +126,15 @@ TEST(Program, TakesFaultsWhileItRuns) {
     EXPECT_EQ(control.get("/requests").body, "ListObjects 200 1\nListObjects 503 1\nPutObject 200 1\n");
 }
 
+TEST(Program, KeepsNoMoreThanItsMemory) {
+    const Program program({"--no-auth", "--bucket", "demo", "--memory", "1MiB"});
+    Client client(program.endpoint());
+    EXPECT_EQ(client.put("/demo/k", std::string(900'000, 'x')).status, 200);
+    const Answer refused = client.put("/demo/other", std::string(900'000, 'x'));
+    EXPECT_EQ(refused.status, 507);
+    EXPECT_EQ(refused.element("MaxStorage"), "1048576");
+}
+
 TEST(Program, TakesItsKeysFromTheEnvironment) {
     const Program program({"--bucket", "demo"},
                           {"S3SERVER_ACCESS_KEY=me", "S3SERVER_SECRET_KEY=very-secret"});
@@ -191,6 +200,8 @@ TEST(Program, RefusesBadUsageInOneLine) {
         {{"--port", "99999"}, "99999"},
         {{"--fault", "explode"}, "'explode' is no kind of fault"},
         {{"--control-port", "99999"}, "99999"},
+        {{"--memory", "lots"}, "lots"},
+        {{"--memory", "-1"}, "-1"},
         {{"--tls-cert", "a.pem"}, "--tls-key"},
         {{"--bucket", "demo", "--bucket", "demo"}, "'demo' exists"},
         {{"--bucket", ":eu-west-3"}, "bucket's name"},

@@ -29,6 +29,9 @@ struct TlsFiles {
     std::string privateKeyFile;
 };
 
+/// Three quarters of the machine's memory, in bytes.
+std::uint64_t defaultMemoryLimit();
+
 struct Options {
     std::string address = "127.0.0.1";
     /// 0 lets the system choose.
@@ -47,6 +50,9 @@ struct Options {
     bool checkSignatures = true;
     /// The time that signatures are judged by, and of everything the server dates. Called from any thread.
     std::function<std::chrono::system_clock::time_point()> clock = std::chrono::system_clock::now;
+    /// The most bytes for objects, parts of uploads under way and bodies that are being received, together
+    /// with their keys and headers; what would go beyond is refused with status 507, InsufficientStorage.
+    std::uint64_t memoryLimit = defaultMemoryLimit();
     /// How many requests Server::requests() tells of.
     std::size_t rememberedRequests = 10'000;
     /// Told of each request when its answer is about to be sent; one call at a time, from any thread.

@@ -39,13 +39,17 @@ public:
 
     /// Throws std::invalid_argument if the bucket exists, and for a name or region that S3 refuses, too.
     void createBucket(const std::string& name, const std::string& region = "us-east-1");
-    /// Throws std::invalid_argument if there is no such bucket.
+    /// Throws std::invalid_argument if there is no such bucket, std::runtime_error beyond
+    /// Options::memoryLimit.
     void putObject(const std::string& bucket, const std::string& key, std::string bytes);
     std::optional<std::string> object(const std::string& bucket, const std::string& key) const;
     /// In the order of their bytes; none for a bucket that doesn't exist.
     std::vector<std::string> keys(const std::string& bucket) const;
     /// Multipart uploads that were neither completed nor aborted.
     std::size_t openUploads(const std::string& bucket) const;
+    /// How many bytes count towards Options::memoryLimit. Those of a request may count until its connection
+    /// has gone on to the next.
+    std::uint64_t memoryUsed() const;
 
     /// The latest, Options::rememberedRequests of them, in the order in which they were answered. A request
     /// is recorded before its answer leaves.
