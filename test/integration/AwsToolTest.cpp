@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 
+#include <nlohmann/json.hpp>
 #include <string>
 
-#include "integration/AwsCommandLine.hpp"
+#include "integration/S3Tool.hpp"
 #include "s3server/Client.hpp"
 
 using namespace testsupport;
@@ -14,15 +15,33 @@ using ::testing::Not;
 namespace {
 
 constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
-// Beyond the tool's threshold of 8 MiB, in parts of 8 MiB.
-constexpr std::size_t largeSize = 20 * mebibyte + 12345;
+// The tool's parts, and what it doesn't split, have 8 MiB.
 constexpr long partsOfLarge = 3;
 
 const std::string bucket = EmbeddedTarget::bucketName;
 
 }  // namespace
 
-class AwsTool : public AwsCommandLine {};
+/// Amazon's own.
+class AwsTool : public S3Tool {
+protected:
+    explicit AwsTool(Way way = Way::HttpPath) : S3Tool("aws", way) {
+        const auto access = target.access();
+        environment.insert({{"AWS_CONFIG_FILE", "/nonexistent"},
+                            {"AWS_SHARED_CREDENTIALS_FILE", "/nonexistent"},
+                            {"AWS_EC2_METADATA_DISABLED", "true"},
+                            {"AWS_MAX_ATTEMPTS", "1"},
+                            {"AWS_ACCESS_KEY_ID", access.keys.access},
+                            {"AWS_SECRET_ACCESS_KEY", access.keys.secret},
+                            {"AWS_DEFAULT_REGION", access.region}});
+        if (!access.caFile.empty()) environment["AWS_CA_BUNDLE"] = access.caFile;
+        leadingArguments = {"--endpoint-url", access.endpoint};
+    }
+
+    nlohmann::json document(const std::vector<std::string>& arguments) const {
+        return nlohmann::json::parse(output(arguments));
+    }
+};
 
 TEST_F(AwsTool, MakesListsAndRemovesBuckets) {
     EXPECT_THAT(output({"s3", "mb", "s3://new-bucket"}), HasSubstr("make_bucket: new-bucket"));
@@ -129,7 +148,7 @@ TEST_F(AwsTool, MovesFilesAndObjects) {
 }
 
 TEST_F(AwsTool, MovesALargeObjectInParts) {
-    const auto content = mixedBytes(largeSize);
+    const auto content = largeContent();
     server.putObject(bucket, "here", content);
     output({"s3", "mv", "s3://" + bucket + "/here", "s3://" + bucket + "/there"});
     EXPECT_TRUE(server.object(bucket, "there") == content);
@@ -205,6 +224,24 @@ TEST_F(AwsTool, KeepsWhatIsSaidOfAnObject) {
     EXPECT_EQ(head["ContentLength"], 7);
 }
 
+TEST_F(AwsTool, FindsABucketThatNobodyConfigured) {
+    const std::pair<std::string, std::string> refused[] = {
+        {"cors", "NoSuchCORSConfiguration"},
+        {"encryption", "ServerSideEncryptionConfigurationNotFoundError"},
+        {"lifecycle-configuration", "NoSuchLifecycleConfiguration"},
+        {"policy", "NoSuchBucketPolicy"},
+        {"tagging", "NoSuchTagSet"},
+        {"website", "NoSuchWebsiteConfiguration"},
+    };
+    for (const auto& [subject, code] : refused)
+        expectRefusal({"s3api", "get-bucket-" + subject, "--bucket", bucket}, '(' + code + ')');
+    EXPECT_EQ(output({"s3api", "get-bucket-versioning", "--bucket", bucket}), "");
+    EXPECT_EQ(output({"s3api", "get-bucket-logging", "--bucket", bucket}), "");
+    const auto acl = document({"s3api", "get-bucket-acl", "--bucket", bucket});
+    EXPECT_EQ(acl["Grants"][0]["Grantee"]["Type"], "CanonicalUser");
+    EXPECT_EQ(acl["Grants"][0]["Permission"], "FULL_CONTROL");
+}
+
 TEST_F(AwsTool, ReadsRangesAndChangedObjectsOnly) {
     server.putObject(bucket, "key", "0123456789");
     const auto part =
@@ -253,13 +290,13 @@ TEST_F(AwsTool, IsToldWhatIsMissing) {
 }
 
 /// What depends on the connection.
-class AwsToolOverEveryConnection : public AwsCommandLine, public ::testing::WithParamInterface<Way> {
+class AwsToolOverEveryConnection : public AwsTool, public ::testing::WithParamInterface<Way> {
 protected:
-    AwsToolOverEveryConnection() : AwsCommandLine(GetParam()) {}
+    AwsToolOverEveryConnection() : AwsTool(GetParam()) {}
 };
 
 TEST_P(AwsToolOverEveryConnection, CopiesALargeFileInPartsThereAndBack) {
-    const auto content = mixedBytes(largeSize);
+    const auto content = largeContent();
     writeFile("large", content);
     output({"s3", "cp", "large", "s3://" + bucket + "/"});
     EXPECT_TRUE(server.object(bucket, "large") == content);
@@ -292,9 +329,9 @@ INSTANTIATE_TEST_SUITE_P(EmbeddedServer, AwsToolOverEveryConnection,
                          [](const auto& way) { return nameOf(way.param); });
 
 /// An embedded server over TLS.
-class AwsToolOverTls : public AwsCommandLine {
+class AwsToolOverTls : public AwsTool {
 protected:
-    AwsToolOverTls() : AwsCommandLine(Way::HttpsPath) {}
+    AwsToolOverTls() : AwsTool(Way::HttpsPath) {}
 };
 
 TEST_F(AwsToolOverTls, WantsACertificateItTrusts) {
