@@ -1,4 +1,8 @@
+#include <aws/core/auth/AWSCredentialsProvider.h>
+
 #include <foundation/certificates/certificates.hpp>
+#include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "AwsS3ClientFactory.hpp"
@@ -153,6 +157,27 @@ TEST_F(ClientConfiguration, WritesNoRecordOfAFailedLookupUnlessItsLevelIsEnabled
 TEST_F(ClientConfiguration, LetsOtherThingsThanExceptionsPass) {
     EXPECT_THROW(makeClientConfiguration([](const std::wstring&) -> Proxies { throw 7; }), int);
     EXPECT_THAT(log.records(), IsEmpty());
+}
+
+/// Keeps the settings that a client is made with, which it shows to whoever resolves its endpoints.
+struct WatchingEndpoints : Aws::S3::Endpoint::S3EndpointProvider {
+    void InitBuiltInParameters(const Aws::S3::S3ClientConfiguration& configuration) override {
+        seen = configuration;
+        S3EndpointProvider::InitBuiltInParameters(configuration);
+    }
+
+    std::optional<Aws::S3::S3ClientConfiguration> seen;
+};
+
+TEST_F(ClientConfiguration, BecomesThatOfAClientWithS3sOwnSettings) {
+    using Policy = Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy;
+    const auto endpoints = std::make_shared<WatchingEndpoints>();
+    makeS3Client(std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>("key", "secret"), endpoints,
+                 with({}));
+    ASSERT_TRUE(endpoints->seen);
+    EXPECT_EQ(endpoints->seen->payloadSigningPolicy, Policy::Never);
+    EXPECT_TRUE(endpoints->seen->useVirtualAddressing);
+    EXPECT_EQ(endpoints->seen->maxConnections, 1000u);
 }
 
 TEST_F(ClientConfiguration, TakesCertificatesFromTheEnvironmentUnchecked) {
