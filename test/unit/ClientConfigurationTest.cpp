@@ -2,6 +2,7 @@
 
 #include <foundation/certificates/certificates.hpp>
 #include <memory>
+#include <new>
 #include <optional>
 #include <stdexcept>
 
@@ -126,6 +127,14 @@ TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenTheLookupFails) {
     EXPECT_EQ(log.records()[0].text, proxyFailure + "boom");
 }
 
+TEST_F(ClientConfiguration, GoesOnWithoutProxyWhateverExceptionTheLookupEndsIn) {
+    expectNoProxy(
+        makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::logic_error("odd"); }));
+    expectNoProxy(makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::bad_alloc(); }));
+    EXPECT_THAT(log.texts(),
+                ::testing::ElementsAre(proxyFailure + "odd", proxyFailure + std::bad_alloc().what()));
+}
+
 TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenThePreferencesCannotBeRead) {
     environment.set("ZR_PROXY_HOST", "proxy.example");
     environment.set("S3VFS_SETTINGS",
@@ -138,14 +147,24 @@ TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenThePreferencesCannotBeRead) {
     EXPECT_EQ(log.records()[0].text, proxyFailure + "setting 'ProxyPort' must be text, not number");
 }
 
-TEST_F(ClientConfiguration, KeepsWhatWasSetWhenAProxysFieldsCannotBeRead) {
-    const std::wstring illFormed{static_cast<wchar_t>(0xD800)};
+const std::wstring illFormed{static_cast<wchar_t>(0xD800)};
+
+TEST_F(ClientConfiguration, KeepsTheHostWhenAProxysUserCannotBeRead) {
     const auto configuration = with({{L"proxy.example", 3128, illFormed, L"secret"}});
     EXPECT_EQ(configuration.proxyHost, "proxy.example");
     EXPECT_EQ(configuration.proxyPort, Aws::Client::ClientConfiguration().proxyPort);
     EXPECT_EQ(configuration.proxyPassword, "");
     ASSERT_EQ(log.records().size(), 1u);
     EXPECT_THAT(log.texts()[0], ::testing::StartsWith(proxyFailure));
+}
+
+TEST_F(ClientConfiguration, KeepsHostUserAndPortWhenAProxysPasswordCannotBeRead) {
+    const auto configuration = with({{L"proxy.example", 3128, L"user", illFormed}});
+    EXPECT_EQ(configuration.proxyHost, "proxy.example");
+    EXPECT_EQ(configuration.proxyUserName, "user");
+    EXPECT_EQ(configuration.proxyPort, 3128u);
+    EXPECT_EQ(configuration.proxyPassword, "");
+    EXPECT_EQ(log.records().size(), 1u);
 }
 
 TEST_F(ClientConfiguration, WritesNoRecordOfAFailedLookupUnlessItsLevelIsEnabled) {
