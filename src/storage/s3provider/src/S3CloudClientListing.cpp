@@ -1,3 +1,5 @@
+#include "S3CloudClientListing.hpp"
+
 #include <aws/s3/model/ListObjectsV2Request.h>
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
@@ -26,7 +28,9 @@ Aws::S3::Model::ListObjectsV2Request pageRequest(const std::string& bucket, cons
     return request;
 }
 
-std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& page) {
+}  // namespace
+
+std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& page, const Clock& now) {
     std::vector<EntryInfo> entries;
     entries.reserve(page.GetContents().size() + page.GetCommonPrefixes().size());
     for (const auto& object : page.GetContents()) {
@@ -34,13 +38,10 @@ std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& pa
                              cloudprovider::utils::long2Ptime(object.GetLastModified().Millis()));
     }
     for (const auto& prefix : page.GetCommonPrefixes()) {
-        const auto now = boost::posix_time::microsec_clock::universal_time();
-        entries.emplace_back(urlDecode(prefix.GetPrefix()), 0, now);
+        entries.emplace_back(urlDecode(prefix.GetPrefix()), 0, now());
     }
     return entries;
 }
-
-}  // namespace
 
 std::vector<EntryInfo> S3CloudClient::list(const std::string& prefix, std::string& continuationToken,
                                            const cloudprovider::ListOptions& options) {
@@ -49,7 +50,7 @@ std::vector<EntryInfo> S3CloudClient::list(const std::string& prefix, std::strin
 
     const auto outcome = m_client->ListObjectsV2(pageRequest(m_bucket, prefix, continuationToken, options));
     const auto& page = resultOrRaise(outcome);
-    auto entries = pageEntries(page);
+    auto entries = pageEntries(page, boost::posix_time::microsec_clock::universal_time);
     continuationToken = page.GetIsTruncated() ? page.GetNextContinuationToken() : std::string();
     logRecord(s3ClientLogger(), LogResults, "Logging found ", entries.size(), " values");
     return entries;
