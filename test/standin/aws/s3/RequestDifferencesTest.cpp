@@ -149,6 +149,36 @@ INSTANTIATE_TEST_SUITE_P(Differences, OddKeys, ::testing::Values("127.0.0.1", "l
                              return std::string(test.index == 0 ? "ByPath" : "ByHostName");
                          });
 
+TEST(OddBuckets, AreSentAsTheyAreNamed) {
+    struct Odd {
+        const char* bucket;
+        const char* target;
+    };
+    for (const auto& [bucket, target] :
+         {Odd{"..", "/../k"}, Odd{"../x", "/../x/k"}, Odd{".", "/./k"}, Odd{"a//b", "/a//b/k"},
+          Odd{"a?b", "/a%3Fb/k"}, Odd{"a#b", "/a%23b/k"}}) {
+        ScriptedServer server({{Step::send(httpReply(200))}});
+        GetObjectRequest request;
+        request.SetBucket(bucket);
+        request.SetKey("k");
+        EXPECT_TRUE(clientOf("http://" + server.endpoint()).GetObject(request).IsSuccess()) << bucket;
+        EXPECT_EQ(server.requests().at(0).target, target);
+    }
+}
+
+TEST(OddBuckets, AreSignedAsTheyAreSent) {
+    const s3server::Server server;
+    const auto client = clientOf("http://127.0.0.1:" + std::to_string(server.port()));
+    for (const char* const bucket : {"..", "../x", ".", "a//b", "a?b"}) {
+        GetObjectRequest request;
+        request.SetBucket(bucket);
+        request.SetKey("k");
+        const auto outcome = client.GetObject(request);
+        ASSERT_FALSE(outcome.IsSuccess()) << bucket;
+        EXPECT_EQ(outcome.GetError().GetErrorType(), S3Errors::NO_SUCH_BUCKET) << bucket;
+    }
+}
+
 TEST_P(ObjectOperation, NeedsAKeyAndABucket) {
     const ScriptedServer server;
     const auto client = clientOf("http://" + server.endpoint());
