@@ -134,10 +134,10 @@ std::string whyNotArn(const EndpointInput& input) {
     const std::string& service = fields[2];
     const std::string& region = fields[3];
     const std::string type = fields[5].substr(0, fields[5].find_first_of(":/"));
-    const bool ofAccessPoint = service == "s3" && type == "accesspoint";
-    if (!ofAccessPoint && !startsWith(service, "s3-"))
+    if (input.forcePathStyle) return "Path-style addressing cannot be used with ARN buckets";
+    if (!startsWith(service, "s3-") && !(service == "s3" && type == "accesspoint"))
         return "Invalid ARN: Unrecognized format: " + input.bucket + " (type: " + type + ")";
-    if (ofAccessPoint && !region.empty() && region != input.region) {
+    if (!region.empty() && region != input.region) {
         return "Invalid configuration: region from ARN `" + region + "` does not match client region `" +
                input.region + "` and UseArnRegion is `false`";
     }
