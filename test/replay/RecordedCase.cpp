@@ -30,8 +30,6 @@ Json RecordedCase::observation() const {
     Json seen;
     for (const char* field : {"outcomes", "requests_seen", "attempts", "wire"})
         if (recorded.contains(field)) seen[field] = recorded[field];
-    for (Json& outcome : seen["outcomes"])
-        outcome.erase("elapsed_ms_about");
     return seen;
 }
 
@@ -60,7 +58,7 @@ std::vector<RecordedCase> readCases(const std::filesystem::path& file) {
 
 std::vector<RecordedCase> loadCases(const std::filesystem::path& folder) {
     std::vector<RecordedCase> all;
-    for (const char* name : {"errors.jsonl", "results.jsonl", "requests.jsonl"}) {
+    for (const char* name : {"errors.jsonl", "results.jsonl", "requests.jsonl", "regressions.jsonl"}) {
         std::vector<RecordedCase> cases = readCases(folder / name);
         std::move(cases.begin(), cases.end(), std::back_inserter(all));
     }
