@@ -11,8 +11,24 @@ namespace {
 
 constexpr int slowMs = 1500;
 
+constexpr std::string_view knownFields[] = {"id",        "kind",          "note",     "slow",
+                                            "operation", "set",           "client",   "repeat",
+                                            "pause_ms",  "replies",       "outcomes", "wire",
+                                            "attempts",  "requests_seen", "content",  "environment",
+                                            "files",     "file",          "text",     "use_profile_prefix",
+                                            "peer",      "provider",      "calls",    "answers",
+                                            "requests",  "observed"};
+
+// A field that nobody looks at would be taken for one that is compared.
+void requireKnownFields(const Json& recorded) {
+    for (const auto& [name, value] : recorded.items())
+        if (std::find(std::begin(knownFields), std::end(knownFields), name) == std::end(knownFields))
+            throw std::runtime_error(recorded.at("id").get<std::string>() + " has an unknown field: " + name);
+}
+
 RecordedCase parseCase(const std::string& line) {
     Json recorded = Json::parse(line);
+    requireKnownFields(recorded);
     std::string id = recorded.at("id");
     return {std::move(id), std::move(recorded)};
 }

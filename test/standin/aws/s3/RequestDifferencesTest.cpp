@@ -205,7 +205,7 @@ TEST(OddEndpoints, AreAskedNothingUnlessTheyNameAHostAndAPort) {
     EXPECT_EQ(server.connections(), 0U);
 }
 
-TEST(OddBuckets, AreSentAsTheyAreNamed) {
+TEST(OddBuckets, KeepTheirCharacters) {
     struct Odd {
         std::string bucket;
         const char* target;
