@@ -38,7 +38,7 @@ test: build
 	ctest --preset dev -j $(test_jobs)
 	@tools/skipped $(build_dir)
 
-# The suite on a real S3 server, another's client on the embedded one, and the plug-in behind another's proxy and
+# The suite on a real S3 server, others' clients on the embedded one, and the plug-in behind another's proxy and
 # through time. Tests skip what isn't installed; here all of it must be, but for the server where a release has none.
 integration: configure
 	tools/install-deps integration
@@ -49,7 +49,7 @@ integration: configure
 	    "docs/integration.md tells how to run them on one of yours" >&2; \
 	  gateway=; \
 	fi; \
-	for program in $$gateway aws tinyproxy; do \
+	for program in $$gateway aws rclone s3cmd tinyproxy; do \
 	  test -x /usr/bin/$$program || { echo "make integration: no /usr/bin/$$program" >&2; exit 1; }; \
 	done
 	ls /usr/lib/*/faketime/libfaketimeMT.so.1 >/dev/null || { echo "make integration: no libfaketime" >&2; exit 1; }

@@ -25,6 +25,9 @@ bool isChoiceOfTheCaller(const std::string& header) {
                        [&](const char* choice) { return startsWith(header, choice); });
 }
 
+const std::string newUpload =
+    "<InitiateMultipartUploadResult><UploadId>ID</UploadId></InitiateMultipartUploadResult>";
+
 void expectDefaultsIn(const std::function<void(S3CloudClient&)>& call, const std::string& reply) {
     ScriptedServer server({{Step::send(reply)}});
     S3CloudClient client("b", plainClient(server.endpoint()), {1, 0}, "eu-west-3");
@@ -45,19 +48,19 @@ TEST(CloudClientDefaults, LeaveEveryChoiceAboutAnObjectToS3) {
         [](auto& client) {
             client.reusePart("k", "ID", {0, 0, 7, ""});
         },
-        httpReply(200, {}, "<CopyPartResult/>"));
+        httpReply(200, {}, "<CopyPartResult><ETag>t</ETag></CopyPartResult>"));
     expectDefaultsIn([](auto& client) { client.completeMultipartUpload("k", "ID", {}); },
                      httpReply(200, {}, "<CompleteMultipartUploadResult/>"));
     for (const char* ignored : {"", "text/plain"}) {
         expectDefaultsIn([&](auto& client) { client.startMultipartUpload("k", ignored); },
-                         httpReply(200, {}, "<InitiateMultipartUploadResult/>"));
+                         httpReply(200, {}, newUpload));
     }
 }
 
 TEST(CloudClientDefaults, AreTheSameWhateverTheSecondArgumentOfAStartSays) {
     std::vector<std::string> contentTypes;
     for (const char* ignored : {"", "text/plain"}) {
-        ScriptedServer server({{Step::send(httpReply(200, {}, "<InitiateMultipartUploadResult/>"))}});
+        ScriptedServer server({{Step::send(httpReply(200, {}, newUpload))}});
         S3CloudClient client("b", plainClient(server.endpoint()), {1, 0}, "eu-west-3");
         client.startMultipartUpload("k", ignored);
         ASSERT_EQ(server.requests().size(), 1u);

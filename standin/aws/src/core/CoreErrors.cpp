@@ -21,6 +21,7 @@ constexpr NamedError namedErrors[] = {
     {"IncompleteSignatureException", CoreErrors::INCOMPLETE_SIGNATURE, false},
     {"InternalError", CoreErrors::INTERNAL_FAILURE, true},
     {"InternalFailure", CoreErrors::INTERNAL_FAILURE, true},
+    {"InternalFailureException", CoreErrors::INTERNAL_FAILURE, true},
     {"InternalServerError", CoreErrors::INTERNAL_FAILURE, true},
     {"InvalidAccessKeyId", CoreErrors::INVALID_ACCESS_KEY_ID, false},
     {"InvalidAccessKeyIdException", CoreErrors::INVALID_ACCESS_KEY_ID, false},
@@ -56,6 +57,7 @@ constexpr NamedError namedErrors[] = {
     {"ResourceNotFound", CoreErrors::RESOURCE_NOT_FOUND, false},
     {"ResourceNotFoundException", CoreErrors::RESOURCE_NOT_FOUND, false},
     {"ServiceUnavailable", CoreErrors::SERVICE_UNAVAILABLE, true},
+    {"ServiceUnavailableError", CoreErrors::SERVICE_UNAVAILABLE, true},
     {"ServiceUnavailableException", CoreErrors::SERVICE_UNAVAILABLE, true},
     {"SignatureDoesNotMatch", CoreErrors::SIGNATURE_DOES_NOT_MATCH, false},
     {"SignatureDoesNotMatchException", CoreErrors::SIGNATURE_DOES_NOT_MATCH, false},
@@ -66,6 +68,8 @@ constexpr NamedError namedErrors[] = {
     {"ThrottlingException", CoreErrors::THROTTLING, true},
     {"UnrecognizedClient", CoreErrors::UNRECOGNIZED_CLIENT, false},
     {"UnrecognizedClientException", CoreErrors::UNRECOGNIZED_CLIENT, false},
+    {"ValidationError", CoreErrors::VALIDATION, false},
+    {"ValidationErrorException", CoreErrors::VALIDATION, false},
     {"ValidationException", CoreErrors::VALIDATION, false},
 };
 

@@ -1,7 +1,7 @@
 #include <aws/core/utils/DateTime.h>
 
+#include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <ctime>
 #include <iomanip>
@@ -15,6 +15,21 @@ namespace {
 
 using std::chrono::system_clock;
 
+// A character's kind, whatever the locale.
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+char lowerCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isLetter(char c) {
+    return lowerCase(c) >= 'a' && lowerCase(c) <= 'z';
+}
+
 /// Takes a text apart from left to right. Each step says whether the text had what was asked for.
 class Reader {
 public:
@@ -26,46 +41,50 @@ public:
         return true;
     }
 
-    /// A number of `least` to `most` digits.
-    bool digits(int& value, std::size_t least, std::size_t most) {
-        const std::size_t count = countDigits(most);
-        if (count < least) return false;
-        value = 0;
-        for (const char digit : rest_.substr(0, count))
-            value = value * 10 + (digit - '0');
-        rest_.remove_prefix(count);
-        return true;
+    bool blank() {
+        return take(1, 1, [](char c) { return whiteSpace.find(c) != std::string_view::npos; }).has_value();
     }
 
-    /// One of `names`, of three letters each; its place among them.
+    /// A number of `least` to `most` digits, nine at most; none are 0.
+    bool digits(int& value, std::size_t least, std::size_t most) {
+        const auto taken = take(least, most, isDigit);
+        value = 0;
+        for (const char digit : taken.value_or(""))
+            value = value * 10 + (digit - '0');
+        return taken.has_value();
+    }
+
+    bool digits(std::size_t least, std::size_t most) { return take(least, most, isDigit).has_value(); }
+
+    /// A word that begins with one of `names`, of three letters each, in any case; its place among them.
     template <std::size_t N>
     bool name(int& place, const std::array<std::string_view, N>& names) {
-        for (std::size_t i = 0; i < N; ++i) {
-            place = static_cast<int>(i);
-            if (literal(names[i])) return true;
-        }
-        return false;
+        const auto word = take(3, longestText, isLetter);
+        if (!word) return false;
+        const auto* const found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
+            return std::equal(name.begin(), name.end(), word->begin(),
+                              [](char a, char b) { return lowerCase(a) == lowerCase(b); });
+        });
+        place = static_cast<int>(found - names.begin());
+        return found != names.end();
     }
 
-    /// At least three digits, any number of them.
-    bool fraction() {
-        const std::size_t count = countDigits(rest_.size());
+    /// The characters of that kind that come next, `most` at most; nothing when they are fewer than `least`.
+    template <typename Kind>
+    std::optional<std::string_view> take(std::size_t least, std::size_t most, Kind isOfKind) {
+        const auto* const end = std::find_if_not(rest_.begin(), rest_.end(), isOfKind);
+        const auto count = std::min(static_cast<std::size_t>(end - rest_.begin()), most);
+        if (count < least) return std::nullopt;
+        const auto taken = rest_.substr(0, count);
         rest_.remove_prefix(count);
-        return count >= 3;
+        return taken;
     }
 
-    bool any() const { return !rest_.empty(); }
+    bool atEnd() const { return rest_.empty(); }
+
+    static constexpr std::size_t longestText = 100;
 
 private:
-    std::size_t countDigits(std::size_t most) const {
-        std::size_t count = 0;
-        while (count < most && count < rest_.size() &&
-               std::isdigit(static_cast<unsigned char>(rest_[count]))) {
-            ++count;
-        }
-        return count;
-    }
-
     std::string_view rest_;
 };
 
@@ -73,41 +92,66 @@ constexpr std::array<std::string_view, 7> weekdays = {"Sun", "Mon", "Tue", "Wed"
 constexpr std::array<std::string_view, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-/// Two digits mean 1950 to 2049, as RFC 2822 reads them.
-int fullYear(int year) {
-    if (year >= 100) return year;
-    return year + (year < 50 ? 2000 : 1900);
+/// Four digits, or two that are of this century.
+bool readYear(Reader& reader, int& year) {
+    const auto digits = reader.take(2, 4, isDigit);
+    if (!digits || digits->size() == 3) return false;
+    Reader(*digits).digits(year, 2, 4);
+    if (digits->size() == 2) year += 2000;
+    return true;
+}
+
+/// Up to five letters, digits and signs. What they say doesn't count.
+bool readZoneName(Reader& reader) {
+    return reader.take(0, 5, [](char c) { return isLetter(c) || isDigit(c) || c == '+' || c == '-'; }) &&
+           reader.atEnd();
 }
 
 std::optional<std::tm> readRfc822(std::string_view text) {
     Reader reader(text);
     std::tm date{};
     const bool understood =
-        reader.name(date.tm_wday, weekdays) && reader.literal(", ") && reader.digits(date.tm_mday, 1, 2) &&
-        reader.literal(" ") && reader.name(date.tm_mon, months) && reader.literal(" ") &&
-        reader.digits(date.tm_year, 2, 4) && reader.literal(" ") && reader.digits(date.tm_hour, 2, 2) &&
-        reader.literal(":") && reader.digits(date.tm_min, 2, 2) && reader.literal(":") &&
-        reader.digits(date.tm_sec, 2, 2) && reader.literal(" ") && reader.any();
+        reader.name(date.tm_wday, weekdays) && reader.literal(",") && reader.blank() &&
+        reader.digits(date.tm_mday, 0, 9) && reader.blank() && reader.name(date.tm_mon, months) &&
+        reader.blank() && readYear(reader, date.tm_year) && reader.blank() &&
+        reader.digits(date.tm_hour, 2, 2) && reader.literal(":") && reader.digits(date.tm_min, 2, 2) &&
+        reader.literal(":") && reader.digits(date.tm_sec, 2, 2) && reader.blank() && readZoneName(reader);
     if (!understood) return std::nullopt;
-    date.tm_year = fullYear(date.tm_year) - 1900;
+    date.tm_year -= 1900;
     return date;
 }
 
-bool readZone(Reader& reader) {
-    return reader.literal("Z") || reader.literal("+") || reader.literal("-");
+/// "Z" or a sign, and up to five digits and colons. What they say doesn't count.
+bool readOffset(Reader& reader) {
+    return (reader.literal("Z") || reader.literal("+") || reader.literal("-")) &&
+           reader.take(0, 5, [](char c) { return isDigit(c) || c == ':'; }) && reader.atEnd();
 }
 
-/// Extended has "-" and ":" between the numbers, basic nothing.
-std::optional<std::tm> readIso8601(std::string_view text, std::string_view dateMark,
-                                   std::string_view timeMark) {
+/// How numbers are kept apart, and how a fraction of a second is written.
+struct Iso8601Form {
+    std::string_view dateMark;
+    std::string_view timeMark;
+    std::string_view fractionMark;
+    std::size_t longestFraction;
+};
+constexpr Iso8601Form extended = {"-", ":", ".", 9};
+constexpr Iso8601Form basic = {"", "", "", 3};
+
+/// Nothing, or three digits at least.
+bool readFraction(Reader& reader, const Iso8601Form& form) {
+    if (!form.fractionMark.empty() && !reader.literal(form.fractionMark)) return true;
+    return reader.digits(3, form.longestFraction) || form.fractionMark.empty();
+}
+
+std::optional<std::tm> readIso8601(std::string_view text, const Iso8601Form& form) {
     Reader reader(text);
     std::tm date{};
     const bool understood =
-        reader.digits(date.tm_year, 4, 4) && reader.literal(dateMark) && reader.digits(date.tm_mon, 2, 2) &&
-        reader.literal(dateMark) && reader.digits(date.tm_mday, 2, 2) && reader.literal("T") &&
-        reader.digits(date.tm_hour, 2, 2) && reader.literal(timeMark) && reader.digits(date.tm_min, 2, 2) &&
-        reader.literal(timeMark) && reader.digits(date.tm_sec, 2, 2) &&
-        (!reader.literal(".") || reader.fraction()) && readZone(reader);
+        reader.digits(date.tm_year, 4, 4) && reader.literal(form.dateMark) &&
+        reader.digits(date.tm_mon, 2, 2) && reader.literal(form.dateMark) &&
+        reader.digits(date.tm_mday, 2, 2) && reader.literal("T") && reader.digits(date.tm_hour, 2, 2) &&
+        reader.literal(form.timeMark) && reader.digits(date.tm_min, 2, 2) && reader.literal(form.timeMark) &&
+        reader.digits(date.tm_sec, 2, 2) && readFraction(reader, form) && readOffset(reader);
     if (!understood) return std::nullopt;
     date.tm_year -= 1900;
     date.tm_mon -= 1;
@@ -115,13 +159,14 @@ std::optional<std::tm> readIso8601(std::string_view text, std::string_view dateM
 }
 
 std::optional<std::tm> readAs(std::string_view text, DateFormat format) {
+    if (text.size() > Reader::longestText) return std::nullopt;
     switch (format) {
         case DateFormat::RFC822:
             return readRfc822(text);
         case DateFormat::ISO_8601:
-            return readIso8601(text, "-", ":");
+            return readIso8601(text, extended);
         case DateFormat::ISO_8601_BASIC:
-            return readIso8601(text, "", "");
+            return readIso8601(text, basic);
         case DateFormat::AutoDetect:
             break;
     }

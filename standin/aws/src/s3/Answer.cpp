@@ -9,6 +9,10 @@ namespace standin::aws::s3 {
 using Aws::Utils::DateFormat;
 using Aws::Utils::DateTime;
 
+bool hasRoot(const Answer& answer, std::string_view name) {
+    return answer.root() != nullptr && answer.root()->Name() == name;
+}
+
 std::string headerValue(const Headers& headers, const char* lowerCaseName) {
     const auto found = headers.find(lowerCaseName);
     return found == headers.end() ? std::string() : found->second;
@@ -29,6 +33,10 @@ Headers metadataIn(const Headers& headers) {
     return metadata;
 }
 
+std::string_view needlessDocument(const Answer& answer) {
+    return answer.root() == nullptr ? std::string_view() : "holds a document where none belongs";
+}
+
 long long leadingNumber(const std::string& text) {
     constexpr int decimal = 10;
     return std::strtoll(text.c_str(), nullptr, decimal);
@@ -36,8 +44,8 @@ long long leadingNumber(const std::string& text) {
 
 bool isTrue(const std::string& text) {
     constexpr std::string_view expected = "true";
-    return std::equal(text.begin(), text.end(), expected.begin(), expected.end(),
-                      [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; });
+    return text == "1" || std::equal(text.begin(), text.end(), expected.begin(), expected.end(),
+                                     [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; });
 }
 
 DateTime childDate(const tinyxml2::XMLElement* parent, const char* name) {

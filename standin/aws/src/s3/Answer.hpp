@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "s3/Xml.hpp"
 
@@ -22,6 +23,8 @@ struct Answer {
     const tinyxml2::XMLElement* root() const { return document ? document->root() : nullptr; }
 };
 
+bool hasRoot(const Answer& answer, std::string_view name);
+
 /// Empty when absent.
 std::string headerValue(const Headers& headers, const char* lowerCaseName);
 
@@ -31,10 +34,13 @@ Aws::Utils::DateTime headerDate(const Headers& headers, const char* lowerCaseNam
 /// The object's own metadata, names without "x-amz-meta-".
 Headers metadataIn(const Headers& headers);
 
+/// For an operation whose answers have no document: what is wrong with an answer that has one; empty without.
+std::string_view needlessDocument(const Answer& answer);
+
 /// The number a text begins with, blanks before it skipped; 0 without one; kept inside the type's range.
 long long leadingNumber(const std::string& text);
 
-/// "true" in any letter case.
+/// "1", or "true" in any letter case.
 bool isTrue(const std::string& text);
 
 /// The first child of that name as an ISO 8601 date; the epoch without one.

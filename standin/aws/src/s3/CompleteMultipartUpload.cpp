@@ -34,8 +34,19 @@ Aws::String CompleteMultipartUploadRequest::SerializePayload() const {
 
 namespace standin::aws::s3 {
 
+namespace {
+
+std::string_view faultOfCompletion(const Answer& answer) {
+    return hasRoot(answer, "CompleteMultipartUploadResult")
+               ? std::string_view()
+               : "lacks the element CompleteMultipartUploadResult";
+}
+
+}  // namespace
+
 OperationCall describe(const Aws::S3::Model::CompleteMultipartUploadRequest& request) {
     auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::Document, request);
+    call.faultOf = faultOfCompletion;
     call.require(request.UploadIdHasBeenSet(), "UploadId");
     call.query = {{"uploadId", request.GetUploadId()}};
     call.body = request.GetBody();

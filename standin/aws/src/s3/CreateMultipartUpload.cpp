@@ -4,8 +4,17 @@
 
 namespace standin::aws::s3 {
 
+namespace {
+
+std::string_view faultOfUpload(const Answer& answer) {
+    return childText(answer.root(), "UploadId").empty() ? "lacks UploadId" : std::string_view();
+}
+
+}  // namespace
+
 OperationCall describe(const Aws::S3::Model::CreateMultipartUploadRequest& request) {
     auto call = objectCall(Aws::Http::HttpMethod::HTTP_POST, AnswerBody::Document, request);
+    call.faultOf = faultOfUpload;
     call.subresource = "uploads";
     return call;
 }

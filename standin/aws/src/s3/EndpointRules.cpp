@@ -122,15 +122,39 @@ std::vector<std::string> arnFields(const std::string& arn) {
     return fields;
 }
 
-// An ARN names an access point, which this client doesn't offer.
+std::string notSupported(std::string_view what, const std::string& bucket) {
+    return std::string(what) + " are not supported: `" + bucket + "`";
+}
+
+// Buckets have no ARN of their own here: what has one is an access point.
 std::string whyNotArn(const EndpointInput& input) {
     const auto fields = arnFields(input.bucket);
     if (fields.size() < 6 || fields[5].empty())
         return "Invalid ARN: `" + input.bucket + "` was not a valid ARN";
+    const std::string& service = fields[2];
     const std::string& region = fields[3];
-    if (region == input.region) return "Invalid ARN: access points are not supported: `" + input.bucket + "`";
-    return "Invalid configuration: region from ARN `" + region + "` does not match client region `" +
-           input.region + "` and UseArnRegion is `false`";
+    const std::string type = fields[5].substr(0, fields[5].find_first_of(":/"));
+    if (input.forcePathStyle) return "Path-style addressing cannot be used with ARN buckets";
+    if (!startsWith(service, "s3-") && !(service == "s3" && type == "accesspoint"))
+        return "Invalid ARN: Unrecognized format: " + input.bucket + " (type: " + type + ")";
+    if (!region.empty() && region != input.region) {
+        return "Invalid configuration: region from ARN `" + region + "` does not match client region `" +
+               input.region + "` and UseArnRegion is `false`";
+    }
+    return notSupported("Access points", input.bucket);
+}
+
+// Buckets that have endpoints of their own. What would go to S3's would find nothing there, or another
+// bucket.
+std::string whyNotBucket(const EndpointInput& input) {
+    constexpr std::string_view directorySuffix = "--x-s3";
+    constexpr std::string_view outpostSuffix = "--op-s3";
+    constexpr std::size_t shortestOutpostAlias = 50;
+    const std::string& bucket = input.bucket;
+    if (endsWith(bucket, directorySuffix)) return notSupported("Directory buckets", bucket);
+    if (endsWith(bucket, outpostSuffix) && bucket.size() >= shortestOutpostAlias)
+        return notSupported("Access points of Outposts", bucket);
+    return startsWith(bucket, "arn:") ? whyNotArn(input) : "";
 }
 
 // Empty when the inputs go together.
@@ -167,8 +191,7 @@ std::variant<ResolvedEndpoint, EndpointFailure> resolveEndpoint(EndpointInput in
     if (!service) {
         return EndpointFailure{"Custom endpoint " + quoted(input.endpointOverride) + " was not a valid URI"};
     }
-    if (startsWith(input.bucket, "arn:")) return EndpointFailure{whyNotArn(input)};
-
+    if (auto reason = whyNotBucket(input); !reason.empty()) return EndpointFailure{std::move(reason)};
     return ResolvedEndpoint{bucketUrl(input, *service), regionToSign(input)};
 }
 

@@ -78,6 +78,10 @@ CoreError xmlParseError(const std::string& parserErrorName) {
     return {CoreErrors::UNKNOWN, "Xml Parse Error", parserErrorName, false};
 }
 
+CoreError unexpectedResponse(std::string_view fault) {
+    return {CoreErrors::UNKNOWN, "UnexpectedResponse", "The response " + std::string(fault), false};
+}
+
 CoreError missingField(const std::string& name) {
     return {CoreErrors::MISSING_PARAMETER, "MISSING_PARAMETER", "Missing required field [" + name + "]",
             false};

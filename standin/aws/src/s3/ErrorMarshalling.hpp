@@ -26,6 +26,10 @@ CoreError errorNamed(const std::string& code, const std::string& message);
 /// An answer that reports success with a document that isn't one. It has no status and is not retried.
 CoreError xmlParseError(const std::string& parserErrorName);
 
+/// An answer that reports success and can't be one, and what is wrong with it. Not retried: the service may
+/// have done what it was asked.
+CoreError unexpectedResponse(std::string_view fault);
+
 /// A required field that was not given.
 CoreError missingField(const std::string& name);
 

@@ -23,6 +23,13 @@ CommonPrefix commonPrefixIn(const tinyxml2::XMLElement& element) {
     return prefix;
 }
 
+std::string_view faultOfListing(const Answer& answer) {
+    if (!hasRoot(answer, "ListBucketResult")) return "lacks the element ListBucketResult";
+    const bool goesOn = isTrue(trimmedChildText(answer.root(), "IsTruncated"));
+    const bool saysWhere = !childText(answer.root(), "NextContinuationToken").empty();
+    return goesOn && !saysWhere ? "lacks NextContinuationToken and is truncated" : std::string_view();
+}
+
 int childNumber(const tinyxml2::XMLElement* root, const char* name) {
     return static_cast<int>(leadingNumber(childText(root, name)));
 }
@@ -31,6 +38,7 @@ int childNumber(const tinyxml2::XMLElement* root, const char* name) {
 
 OperationCall describe(const ListObjectsV2Request& request) {
     auto call = bucketCall(Aws::Http::HttpMethod::HTTP_GET, AnswerBody::Document, request);
+    call.faultOf = faultOfListing;
     auto& query = call.query;
     query.emplace_back("list-type", "2");
     if (request.DelimiterHasBeenSet()) query.emplace_back("delimiter", request.GetDelimiter());

@@ -6,24 +6,36 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
+
+#include "s3/Answer.hpp"
 
 namespace standin::aws::s3 {
 
 /// What a successful answer's body is.
 enum class AnswerBody {
     Content,  ///< the caller's bytes
+    Length,   ///< none: the head tells how long the object is
     Document  ///< XML, or nothing; a document "Error" reports a failure although the status is a success
 };
+
+/// What is wrong with a successful answer; empty when nothing is.
+using AnswerCheck = std::string_view (*)(const Answer& answer);
 
 /// One call of an operation, before it is known where it goes. Names and values are not encoded.
 class OperationCall {
 public:
-    OperationCall(Aws::Http::HttpMethod httpMethod, AnswerBody kind) : method(httpMethod), answerBody(kind) {}
+    OperationCall(Aws::Http::HttpMethod httpMethod, AnswerBody kind)
+        : method(httpMethod),
+          answerBody(kind),
+          faultOf(kind == AnswerBody::Document ? needlessDocument : nullptr) {}
 
     Aws::Http::HttpMethod method;
     AnswerBody answerBody;
+    /// An answer with a fault is none, whatever its status. Null: any will do.
+    AnswerCheck faultOf;
     std::string bucket;
     std::string key;          ///< empty: the call is about the bucket
     std::string subresource;  ///< a query name without "=", as "uploads"; empty: none

@@ -59,6 +59,29 @@ private:
     bool insideText_ = false;
 };
 
+// Looks whether elements are too deep in each other. Each version of tinyxml2 has a bound of its own, which
+// saves the stack.
+class DepthCheck : public tinyxml2::XMLVisitor {
+public:
+    bool VisitEnter(const tinyxml2::XMLElement& /*element*/,
+                    const tinyxml2::XMLAttribute* /*first*/) override {
+        ++depth_;
+        tooDeep_ = tooDeep_ || depth_ > deepest;
+        return !tooDeep_;
+    }
+    bool VisitExit(const tinyxml2::XMLElement& /*element*/) override {
+        --depth_;
+        return !tooDeep_;
+    }
+
+    bool tooDeep() const { return tooDeep_; }
+
+private:
+    static constexpr int deepest = 98;
+    int depth_ = 0;
+    bool tooDeep_ = false;
+};
+
 // What most elements hold: one text, or nothing. Null for anything else.
 const char* plainText(const tinyxml2::XMLElement& element) {
     const auto* first = element.FirstChild();
@@ -90,6 +113,9 @@ std::string decoded(std::string_view text) {
 XmlDocument::XmlDocument(std::string_view text) {
     const std::string_view readable = cutInLongTag(text);
     document_.Parse(readable.data(), readable.size());
+    DepthCheck check;
+    document_.Accept(&check);
+    tooDeep_ = check.tooDeep();
 }
 
 std::string printedText(const tinyxml2::XMLElement& element) {

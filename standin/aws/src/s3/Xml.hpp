@@ -7,21 +7,22 @@
 
 namespace standin::aws::s3 {
 
-/// An XML document of an answer. What isn't well-formed, nested too deeply for tinyxml2, or has a tag of more
-/// than 4 KiB is no document.
+/// An XML document of an answer. What isn't well-formed, has more than 98 elements in each other (S3 has
+/// five), or a tag of more than 4 KiB is no document.
 class XmlDocument {
 public:
     explicit XmlDocument(std::string_view text);
 
     /// Whether the text was a document. A declaration alone is one, without root.
-    bool parsed() const { return !document_.Error(); }
-    /// "XML_ERROR_..."; only of what did not parse.
-    std::string errorName() const { return document_.ErrorName(); }
+    bool parsed() const { return !document_.Error() && !tooDeep_; }
+    /// "XML_..."; only of what did not parse.
+    std::string errorName() const { return tooDeep_ ? "XML_ELEMENT_DEPTH_EXCEEDED" : document_.ErrorName(); }
     /// Null without one.
     const tinyxml2::XMLElement* root() const { return parsed() ? document_.RootElement() : nullptr; }
 
 private:
     tinyxml2::XMLDocument document_;
+    bool tooDeep_ = false;
 };
 
 /// What is inside the element, as a printer would write it again: "<>&" and line ends escaped, CDATA markers

@@ -133,6 +133,27 @@ INSTANTIATE_TEST_SUITE_P(
                   "HTTP/1.1 200 OK\r\nETag: \"e\"\r\nContent-Length: 0\r\n\r\n"}),
     [](const auto& test) { return test.param.name; });
 
+TEST_F(ExchangeConnectionTest, TakesAnErrorWhoseHeadIsCutForWhatItsStatusSays) {
+    for (const char* const head : {"HTTP/1.1 404 Not Found\r\n", "HTTP/1.1 404 Not Found\r\nX-A: 1\r\n"}) {
+        for (const auto method : {Aws::Http::HttpMethod::HTTP_GET, Aws::Http::HttpMethod::HTTP_HEAD}) {
+            server.expect({Step::send(head), Step::close()});
+            ExchangeRequest request = get();
+            request.method = method;
+            const auto outcome = send(request);
+            ASSERT_FALSE(outcome.IsSuccess());
+            EXPECT_EQ(outcome.GetError().GetExceptionName(), "Refused");
+            EXPECT_EQ(static_cast<int>(outcome.GetError().GetResponseCode()), 404);
+        }
+    }
+}
+
+TEST_F(ExchangeConnectionTest, ReadsAHeadersValueUpToAByteThatNoTextHas) {
+    server.expect(
+        {Step::send("HTTP/1.1 200 OK\r\nETag: \xe9 \xff z\r\nX-\xff: b\r\nContent-Length: 0\r\n\r\n")});
+    EXPECT_THAT(send(get()).GetResult().headers,
+                ElementsAre(Pair("content-length", "0"), Pair("etag", "\xe9"), Pair("x-\xff", "b")));
+}
+
 TEST_F(ExchangeConnectionTest, FollowsNoRedirectWhoseHeadIsCut) {
     server.expect({Step::send("HTTP/1.1 307 Moved\r\nLocation: /b/moved\r\n"), Step::close()});
     EXPECT_EQ(failure(get()).GetMessage(), curlFailure(CURLE_PARTIAL_FILE));

@@ -45,10 +45,25 @@ constexpr EndpointRow rows[] = {
     {"AddressInThePath", "eu-west-3", "", "10.0.0.1", "https://s3.eu-west-3.amazonaws.com/10.0.0.1"},
     {"UnderscoreInThePath", "eu-west-3", "", "my_data", "https://s3.eu-west-3.amazonaws.com/my_data"},
     {"CapitalsInThePath", "eu-west-3", "", "Data", "https://s3.eu-west-3.amazonaws.com/Data"},
+    {"TooShortForAnOutpost", "eu-west-3", "", "data--op-s3",
+     "https://data--op-s3.s3.eu-west-3.amazonaws.com"},
+    {"NotQuiteADirectory", "eu-west-3", "", "data-x-s3", "https://data-x-s3.s3.eu-west-3.amazonaws.com"},
+    {"AliasOfAnAccessPoint", "eu-west-3", "", "data-s3alias",
+     "https://data-s3alias.s3.eu-west-3.amazonaws.com"},
     {"OverrideByName", "eu-west-3", "http://localhost:9000", "data", "http://data.localhost:9000"},
     {"OverrideByAddress", "eu-west-3", "http://127.0.0.1:9000", "data", "http://127.0.0.1:9000/data"},
     {"OverrideWithPath", "eu-west-3", "https://gateway.example/s3", "data",
      "https://data.gateway.example/s3"},
+    {"OverrideWithTheSchemesOwnPort", "eu-west-3", "http://127.0.0.1:80", "data", "http://127.0.0.1/data"},
+    {"OverrideWithAnEmptyQuery", "eu-west-3", "http://127.0.0.1:9000/s3/?", "data",
+     "http://127.0.0.1:9000/s3/data"},
+    {"OverrideWithAHashInThePath", "eu-west-3", "http://127.0.0.1/a#b", "data", "http://127.0.0.1/a#b/data"},
+    {"OverrideWithAQuery", "eu-west-3", "http://127.0.0.1:9000/?a=b", "data", ""},
+    {"OverrideWithTwoQuestionMarks", "eu-west-3", "http://127.0.0.1:9000/??", "data", ""},
+    {"OverrideWithAnAddressInNoBrackets", "eu-west-3", "http://::1", "data", ""},
+    {"OverrideWithABlankAtItsEnd", "eu-west-3", "http://127.0.0.1:9000 ", "data", ""},
+    {"OverrideWithAWordForAPort", "eu-west-3", "http://127.0.0.1:http", "data", ""},
+    {"OverrideWithTwoPorts", "eu-west-3", "http://127.0.0.1:9000:9001", "data", ""},
     {"NoRegion", "", "", "data", ""},
     {"HostileRegion", "@evil.example#", "", "data", ""},
     {"HostileRegionBesideADottedBucket", "@evil.example#", "", "my.data", ""},
@@ -69,6 +84,55 @@ TEST_P(EndpointRules, LeadToOnePlaceOrToNone) {
     const auto resolved = resolveEndpoint(input);
     const auto* endpoint = std::get_if<ResolvedEndpoint>(&resolved);
     EXPECT_EQ(endpoint ? toString(endpoint->url) : "", GetParam().url);
+}
+
+struct OtherBucket {
+    const char* bucket;
+    const char* message;
+};
+
+constexpr OtherBucket otherBuckets[] = {
+    {"name--use1-az4--x-s3", "Directory buckets are not supported: `name--use1-az4--x-s3`"},
+    {"NAME--x-s3", "Directory buckets are not supported: `NAME--x-s3`"},
+    {"test-accessp-o0b1d075431d83bebde8xz5w8ijx1qzlbp3i3kuse10--op-s3",
+     "Access points of Outposts are not supported: "
+     "`test-accessp-o0b1d075431d83bebde8xz5w8ijx1qzlbp3i3kuse10--op-s3`"},
+    {"arn:aws:s3:us-east-1:123456789012:accesspoint/name",
+     "Access points are not supported: `arn:aws:s3:us-east-1:123456789012:accesspoint/name`"},
+    {"arn:aws:s3-object-lambda:us-east-1:123456789012:accesspoint:name",
+     "Access points are not supported: `arn:aws:s3-object-lambda:us-east-1:123456789012:accesspoint:name`"},
+    {"arn:aws:s3::123456789012:accesspoint:name.mrap",
+     "Access points are not supported: `arn:aws:s3::123456789012:accesspoint:name.mrap`"},
+    {"arn:aws:s3:eu-west-1:123456789012:accesspoint:name",
+     "Invalid configuration: region from ARN `eu-west-1` does not match client region `us-east-1` and "
+     "UseArnRegion is `false`"},
+    {"arn:aws:s3:::data", "Invalid ARN: Unrecognized format: arn:aws:s3:::data (type: data)"},
+    {"arn:aws:s3:us-east-1:123456789012:bucket/data",
+     "Invalid ARN: Unrecognized format: arn:aws:s3:us-east-1:123456789012:bucket/data (type: bucket)"},
+    {"arn:aws:s3", "Invalid ARN: `arn:aws:s3` was not a valid ARN"},
+};
+
+TEST(BucketsOfOtherKinds, AreRefusedByTheirNamesWhateverTheEndpoint) {
+    for (const char* const endpointOverride : {"", "http://127.0.0.1:9000", "http://localhost:9000"}) {
+        for (const auto& [bucket, message] : otherBuckets) {
+            EndpointInput input;
+            input.region = "us-east-1";
+            input.endpointOverride = endpointOverride;
+            input.bucket = bucket;
+            const auto resolved = resolveEndpoint(input);
+            const auto* failure = std::get_if<EndpointFailure>(&resolved);
+            EXPECT_EQ(failure ? failure->message : "resolved", message) << endpointOverride;
+        }
+    }
+}
+
+TEST(BucketsOfOtherKinds, HaveNoArnInAPath) {
+    EndpointInput input;
+    input.region = "us-east-1";
+    input.forcePathStyle = true;
+    input.bucket = "arn:aws:s3:us-east-1:123456789012:accesspoint:name";
+    EXPECT_EQ(std::get<EndpointFailure>(resolveEndpoint(input)).message,
+              "Path-style addressing cannot be used with ARN buckets");
 }
 
 TEST(DualStack, HasAHostNameOfItsOwn) {

@@ -2,7 +2,10 @@
 
 #include <aws/s3/model/CompleteMultipartUploadRequest.h>
 #include <aws/s3/model/DeleteObjectRequest.h>
+#include <aws/s3/model/DeleteObjectResult.h>
 #include <aws/s3/model/GetBucketLocationResult.h>
+#include <aws/s3/model/GetObjectResult.h>
+#include <aws/s3/model/HeadObjectResult.h>
 #include <aws/s3/model/ListObjectsV2Request.h>
 #include <aws/s3/model/ListObjectsV2Result.h>
 #include <aws/s3/model/UploadPartCopyRequest.h>
@@ -99,6 +102,26 @@ TEST(GetBucketLocationResult, IsTheRootsTextWhateverItIs) {
     EXPECT_EQ(nameIn("<LocationConstraint>EU</LocationConstraint>"), "EU");
     EXPECT_EQ(nameIn("<LocationConstraint>mars-north-1</LocationConstraint>"), "mars-north-1");
     EXPECT_EQ(nameIn("<LocationConstraint/>"), "");
+}
+
+TEST(IsTrue, MeansOneOrTheWordInAnyCase) {
+    for (const char* const text : {"true", "TRUE", "True", "1"})
+        EXPECT_TRUE(isTrue(text)) << text;
+    for (const char* const text : {"", "false", "0", "01", "11", "yes", "true1", "tru", " 1"})
+        EXPECT_FALSE(isTrue(text)) << text;
+}
+
+TEST(ListObjectsV2Result, IsTruncatedByAOneWithBlanksAroundIt) {
+    auto answer = answerWith("<ListBucketResult><IsTruncated> 1\n</IsTruncated></ListBucketResult>");
+    EXPECT_TRUE(listObjectsV2Result(answer).GetIsTruncated());
+}
+
+TEST(DeleteMarkers, AreMarkedByAOne) {
+    Answer answer;
+    answer.headers = {{"x-amz-delete-marker", "1"}};
+    EXPECT_TRUE(headObjectResult(answer).GetDeleteMarker());
+    EXPECT_TRUE(deleteObjectResult(answer).GetDeleteMarker());
+    EXPECT_TRUE(getObjectResult(answer).GetDeleteMarker());
 }
 
 TEST(LeadingNumber, StaysInsideItsRange) {

@@ -14,9 +14,9 @@ struct S3ClientConfiguration : public Aws::Client::ClientConfiguration {
 
     S3ClientConfiguration()
         : S3ClientConfiguration(Aws::Client::ClientConfiguration(), PayloadSigningPolicy::RequestDependent) {}
-    /// `signingPolicy` is kept for the asking: bodies sent over TLS are never part of what is signed. NOT_SET
-    /// leaves the choice to AWS_S3_US_EAST_1_REGIONAL_ENDPOINT or the profile's
-    /// `s3_us_east_1_regional_endpoint`, "legacy" or "regional"; without them it is REGIONAL.
+    /// `signingPolicy` says whether bodies sent over TLS are part of what is signed. NOT_SET leaves the
+    /// choice to AWS_S3_US_EAST_1_REGIONAL_ENDPOINT or the profile's `s3_us_east_1_regional_endpoint`,
+    /// "legacy" or "regional"; without them it is REGIONAL.
     S3ClientConfiguration(  // NOLINT(google-explicit-constructor)
         const Aws::Client::ClientConfiguration& configuration,
         PayloadSigningPolicy signingPolicy = PayloadSigningPolicy::Never, bool virtualAddressing = true,
