@@ -35,7 +35,7 @@ const std::array<Placeholder, 8> placeholders{{
     {std::regex(R"( os/Linux/[^ ]+)"), " os/Linux/{KERNEL}"},
     {std::regex(R"( md/arch#[^ ]+)"), " md/arch#x86_64"},
     {std::regex(R"( lang/c\+\+#[^ ]+)"), " lang/c++#C++11"},
-    {std::regex(R"( md/GCC#[^ ]+)"), " md/GCC#12.2.0"},
+    {std::regex(R"( md/(GCC|Clang)#[^ ]+)"), " md/GCC#12.2.0"},
 }};
 
 /// Numbers things by their first appearance, from 1.
