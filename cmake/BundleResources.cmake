@@ -1,18 +1,27 @@
 # What CppMicroServices reads out of a library to know it for a bundle: a zip archive that holds the folder of the
-# bundle's name. Where in the library it lies is the object format's matter; for Mach-O it would be a section
-# that the linker makes of the archive, for PE a resource.
-enable_language(ASM)
+# bundle's name. Where in the library it lies is the object format's matter. The framework knows several formats and
+# brings a tool that puts the archive there; without the framework, only ELF is known here.
+if(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
+  enable_language(ASM)
+endif()
 
-# bundle_resources(TARGET NAME FILE...): puts the files into the library as resources of the bundle NAME. The same
-# files make the same bytes, whoever builds them and when.
+# bundle_resources(TARGET NAME FILE...): puts the files into the library as resources of the bundle NAME. On ELF the same
+# files make the same bytes, whoever builds them and when, and whether the framework is there or not.
 function(bundle_resources target name)
   set(archive "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.zip")
-  bundle_archive("${archive}" ${name} ${ARGN})
-  if(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
+  if(NOT CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
+    if(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN)
+      message(FATAL_ERROR "Without CppMicroServices, whose resource tool knows other object formats, bundles can be made "
+                          "as ELF libraries only, and here they are '${CMAKE_EXECUTABLE_FORMAT}': install "
+                          "CppMicroServices 3 with its Declarative Services, and set CMAKE_PREFIX_PATH to where it is")
+    endif()
+    bundle_packed_by_framework(${target} ${name} ${ARGN})
+  elseif(S3PROVIDER_CPPMICROSERVICES_IS_STANDIN)
+    bundle_archive("${archive}" ${name} ${ARGN})
     bundle_elf_section(${target} "${archive}")
   else()
-    message(FATAL_ERROR "Nobody has written yet where the object format '${CMAKE_EXECUTABLE_FORMAT}' keeps a bundle's "
-                        "resources; cmake/BundleResources.cmake is the place")
+    bundle_archive("${archive}" ${name} ${ARGN})
+    bundle_linked_by_framework(${target} ${name} "${archive}")
   endif()
 endfunction()
 
@@ -43,4 +52,34 @@ function(bundle_elf_section target archive)
 ]])
   set_source_files_properties("${source}" PROPERTIES OBJECT_DEPENDS "${archive}")
   target_sources(${target} PRIVATE "${source}")
+endfunction()
+
+# The framework's tool packs the files, each under its name alone, and links the archive. The archive tells when.
+function(bundle_packed_by_framework target name)
+  set_target_properties(${target} PROPERTIES US_BUNDLE_NAME ${name})
+  foreach(file IN LISTS ARGN)
+    cmake_path(ABSOLUTE_PATH file)
+    cmake_path(GET file PARENT_PATH folder)
+    cmake_path(GET file FILENAME entry)
+    usFunctionAddResources(TARGET ${target} WORKING_DIRECTORY "${folder}" FILES ${entry})
+  endforeach()
+  bundle_embedded_by_framework(${target})
+endfunction()
+
+# It links an archive of ours, as it is: what the framework has packed stands in these two properties of its own, and
+# would tell the time. An object that is made of an archive says nothing of the stack, so the linker has to be told that
+# none of it is to be executable.
+function(bundle_linked_by_framework target name archive)
+  file(MAKE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/${target}")
+  set_target_properties(${target} PROPERTIES
+    US_BUNDLE_NAME ${name} _us_resource_zips "${archive}" _us_resource_counter 0)
+  target_link_options(${target} PRIVATE LINKER:-z,noexecstack)
+  bundle_embedded_by_framework(${target})
+endfunction()
+
+# Linked rather than appended to the file, so that the archive survives whatever strips or signs it.
+function(bundle_embedded_by_framework target)
+  usFunctionEmbedResources(TARGET ${target} LINK)
+  usFunctionGetResourceSource(TARGET ${target} OUT source LINK)
+  target_sources(${target} PRIVATE ${source})
 endfunction()

@@ -22,7 +22,7 @@ Outcome serve(std::string_view bytes, std::size_t step, const Options& options) 
     Service service(options);
     fill(service.store());
     FaultPlan faults;
-    RequestLog log({});
+    RequestLog log({}, options.rememberedRequests);
     ServerWire wire(bytes, step);
     serveConnection(wire, {service, faults, log}, 1);
     require(!wire.wasReset(), "a connection ends in an orderly way");

@@ -7,6 +7,8 @@
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {
         const auto fault = s3server::Fault::parse(fuzz::textOf(data, size));
+        fuzz::require(s3server::Fault::parse(fault.text()).text() == fault.text(),
+                      "it is read as it is written");
         const auto* const reply = std::get_if<s3server::fault::Reply>(&fault.action());
         fuzz::require(!reply || (reply->status >= 200 && reply->status <= 999), "a status has three digits");
     } catch (const std::invalid_argument& refusal) {

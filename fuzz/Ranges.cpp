@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "ByteRange.hpp"
+#include "DownloadAttempts.hpp"
 #include "FuzzTarget.hpp"
 #include "S3Error.hpp"
 #include "Text.hpp"

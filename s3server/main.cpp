@@ -27,6 +27,14 @@ Faults: ACTION[=VALUE][+SKIP][*TIMES][:OPERATION][@BUCKET[/KEY]]
   +SKIP lets so many requests through first; *TIMES is how many it befalls, one unless told.
   Examples: "503*2:GetObject"  "cut=1000+1:GetObject@demo/big.bin"  "delay=250*100"
 
+Control requests, with --control-port PORT, are HTTP requests that change faults while the server runs:
+  GET /faults          what is planned, a fault a line
+  POST /faults         plan the faults of the body, too, one a line; PUT plans them instead
+  DELETE /faults       plan none, and let the requests go that a stall holds
+  GET /requests        how many there were: lines of operation, status, number; DELETE counts from 0
+  Examples: curl -d "503*2:GetObject" http://127.0.0.1:PORT/faults
+            curl -X DELETE http://127.0.0.1:PORT/faults
+
 Without a bucket's region it is us-east-1. The keys may come from the environment, as S3SERVER_ACCESS_KEY
 and S3SERVER_SECRET_KEY, where other users of the machine don't see them.)";
 
@@ -81,8 +89,17 @@ void define(CLI::App& app, Arguments& arguments, std::vector<std::string>& fault
         ->capture_default_str();
     app.add_option("--secret-key", arguments.credentials.secretKey, "its secret key")
         ->envname("S3SERVER_SECRET_KEY");
+    app.add_option("--memory", arguments.options.memoryLimit,
+                   "most bytes to keep, such as 512MiB; what would go beyond is refused with 507 "
+                   "InsufficientStorage; three quarters of the machine's memory unless given")
+        ->transform(CLI::AsSizeValue(true));
     app.add_flag("--no-auth", arguments.noAuth, "accept every request, signed or not");
     app.add_option("--fault", faults, "something that is to go wrong, see below; may be repeated");
+    app.add_option("--control-port", arguments.options.controlPort,
+                   "port to take control requests on, 0 for any, see below; none unless given");
+    app.add_option("--control-address", arguments.options.controlAddress,
+                   "IP address of that port; whoever can connect to it may plan faults")
+        ->capture_default_str();
     app.add_flag("--log", arguments.log,
                  "write a line per request to standard error: connection, method, target, operation, status, "
                  "bytes in, bytes out");
@@ -102,6 +119,7 @@ s3server::Options optionsOf(const Arguments& arguments) {
     options.checkSignatures = !arguments.noAuth;
     if (!arguments.tls.certificateChainFile.empty()) options.tls = arguments.tls;
     if (arguments.log) options.onRequest = printRequest;
+    options.rememberedRequests = 0;  // nobody here asks for them
     return options;
 }
 
@@ -124,6 +142,8 @@ void serve(const Arguments& arguments) {
     for (const s3server::Fault& fault : arguments.faults)
         server.plan(fault);
     std::cout << "s3server listening on " << server.endpoint() << std::endl;
+    if (arguments.options.controlPort)
+        std::cout << "s3server takes control requests on " << server.controlEndpoint() << std::endl;
     int signal = 0;
     sigwait(&signals, &signal);
 }

@@ -3,6 +3,9 @@
 #include <aws/core/Aws.h>
 
 #include <atomic>
+#include <storage/cloudprovider/keyCheck.hpp>
+
+#include "SentKeys.hpp"
 
 namespace s3vfs {
 
@@ -20,9 +23,11 @@ const Aws::SDKOptions& options() {
 AwsSdk::AwsSdk() {
     Aws::InitAPI(options());
     initialised = true;
+    storage::cloudprovider::useKeyCheck(&whyNotAddressable);
 }
 
 AwsSdk::~AwsSdk() {
+    storage::cloudprovider::useKeyCheck({});
     shutDown();
 }
 

@@ -4,7 +4,8 @@
 
 namespace s3vfs {
 
-/// Keeps the AWS SDK initialised while it lives. One at a time in a process.
+/// Keeps the AWS SDK initialised while it lives, and providers from handing it keys that it would send as
+/// others. One at a time in a process.
 class AwsSdk : public foundation::thirdpartylibmgmt::Initializer {
 public:
     AwsSdk();

@@ -67,11 +67,11 @@ void addCatCommand(CLI::App& app, Command& chosen) {
     command->callback([&chosen, arguments] {
         const auto address = parseFileAddress(arguments->address);
         if (arguments->range.empty()) {
-            chosen = onBucket("cat", address, [=](auto& bucket) { printWhole(bucket, address.path()); });
+            chosen = onObject("cat", address, [=](auto& bucket) { printWhole(bucket, address.path()); });
         } else {
             const auto range = parseByteInterval(arguments->range);
             chosen =
-                onBucket("cat", address, [=](auto& bucket) { printRange(bucket, address.path(), range); });
+                onObject("cat", address, [=](auto& bucket) { printRange(bucket, address.path(), range); });
         }
     });
 }

@@ -1,5 +1,6 @@
 #include "Commands.hpp"
 
+#include <storage/cloudprovider/keyCheck.hpp>
 #include <utility>
 
 #include "Interruption.hpp"
@@ -17,6 +18,16 @@ Command onBucket(const std::string& name, const S3Address& address, std::functio
         return true;
     };
     return {name, address, run};
+}
+
+Command onObject(const std::string& name, const S3Address& address, std::function<void(IProvider&)> action) {
+    Command command = onBucket(name, address, std::move(action));
+    command.run = [key = address.key, run = std::move(command.run)](ServiceFramework& framework) {
+        const bool isObject = !key.empty() && key.back() != '/';
+        if (isObject) storage::cloudprovider::requireAddressable(key);
+        return run(framework);
+    };
+    return command;
 }
 
 }  // namespace s3vfs

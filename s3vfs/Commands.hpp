@@ -27,6 +27,11 @@ struct Command {
 Command onBucket(const std::string& name, const S3Address& address,
                  std::function<void(foundation::storage::provider::IProvider&)> action);
 
+/// The same for a command that is about the object of that key in the first place: nothing at all is sent
+/// when the key can't be addressed. A key that ends with "/" is a folder's, which is looked for in listings.
+Command onObject(const std::string& name, const S3Address& address,
+                 std::function<void(foundation::storage::provider::IProvider&)> action);
+
 /// Each declares one subcommand, which fills in `chosen` when it is the one on the command line. `chosen`
 /// must outlive the parsing.
 void addStatCommand(CLI::App& app, Command& chosen);

@@ -56,7 +56,7 @@ void addPutCommand(CLI::App& app, Command& chosen) {
     command->callback([&chosen, arguments] {
         const auto address = parseFileAddress(arguments->address);
         const auto file = arguments->file;
-        chosen = onBucket("put", address, [=](auto& bucket) { putFile(bucket, file, address.path()); });
+        chosen = onObject("put", address, [=](auto& bucket) { putFile(bucket, file, address.path()); });
     });
 }
 

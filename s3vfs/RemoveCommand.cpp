@@ -13,7 +13,7 @@ void addRemoveCommand(CLI::App& app, Command& chosen) {
     command->add_option("address", *text, "s3://BUCKET/KEY")->required();
     command->callback([&chosen, text] {
         const auto address = parseFileAddress(*text);
-        chosen = onBucket("rm", address, [address](auto& bucket) { bucket.remove(address.path()); });
+        chosen = onObject("rm", address, [address](auto& bucket) { bucket.remove(address.path()); });
     });
 }
 

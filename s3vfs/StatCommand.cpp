@@ -33,7 +33,7 @@ void addStatCommand(CLI::App& app, Command& chosen) {
         ->required();
     command->callback([&chosen, text] {
         const auto address = parseS3Address(*text);
-        chosen = onBucket("stat", address, [address](auto& bucket) { printEntry(bucket, address); });
+        chosen = onObject("stat", address, [address](auto& bucket) { printEntry(bucket, address); });
     });
 }
 

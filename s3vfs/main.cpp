@@ -6,6 +6,7 @@
 #include <foundation/log/stream_sink.hpp>
 #include <iostream>
 #include <optional>
+#include <storage/cloudprovider/keyCheck.hpp>
 #include <system_error>
 
 #include "AwsSdk.hpp"
@@ -80,6 +81,9 @@ int run(const Invocation& invocation) {
         return failed;
     } catch (const storage::cloudprovider::CloudException& failure) {
         return reportFailedRequest(command, failure, failures);
+    } catch (const storage::cloudprovider::UnaddressableKey& mistake) {
+        report(command, s3vfs::printable(mistake.what()));
+        return badUsage;
     } catch (const foundation::storage::provider::Exception& failure) {
         return report(command, s3vfs::describe(failure));
     } catch (const fl::i18n::conversion_error& failure) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "Operations.hpp"
 #include "S3Error.hpp"
@@ -12,19 +13,43 @@ bool isLabelEnd(char c) {
     return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
 }
 
-/// "Bucket naming rules" in the S3 user guide, those that concern characters and length.
-bool isBucketName(std::string_view name) {
+bool hasBucketCharacters(std::string_view name) {
     const auto allowed = [](char c) { return isLabelEnd(c) || c == '-' || c == '.'; };
     return name.size() >= 3 && name.size() <= 63 && std::all_of(name.begin(), name.end(), allowed) &&
            isLabelEnd(name.front()) && isLabelEnd(name.back()) && name.find("..") == std::string_view::npos;
+}
+
+/// Of the form of an IPv4 address, whatever the numbers.
+bool isAddress(std::string_view name) {
+    const auto labels = split(name, '.');
+    const auto isDigits = [](std::string_view label) {
+        return label.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    return labels.size() == 4 && std::all_of(labels.begin(), labels.end(), isDigits);
+}
+
+// What S3 keeps for names that are no bucket's of the general kind: aliases, access points, other buckets.
+constexpr std::array<std::string_view, 3> reservedStarts{"xn--", "sthree-", "amzn-s3-demo-"};
+constexpr std::array<std::string_view, 5> reservedEnds{"-s3alias", "--ol-s3", ".mrap", "--x-s3",
+                                                       "--table-s3"};
+
+bool isReserved(std::string_view name) {
+    return std::any_of(reservedStarts.begin(), reservedStarts.end(),
+                       [name](std::string_view start) { return startsWith(name, start); }) ||
+           std::any_of(reservedEnds.begin(), reservedEnds.end(),
+                       [name](std::string_view end) { return endsWith(name, end); });
+}
+
+}  // namespace
+
+bool isBucketName(std::string_view name) {
+    return hasBucketCharacters(name) && !isAddress(name) && !isReserved(name);
 }
 
 bool isRegion(std::string_view name) {
     const auto allowed = [](char c) { return isLabelEnd(c) || c == '-'; };
     return name == "EU" || std::all_of(name.begin(), name.end(), allowed);
 }
-
-}  // namespace
 
 Reply listBuckets(const Call& call) {
     XmlWriter xml;

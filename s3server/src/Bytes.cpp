@@ -9,11 +9,29 @@ namespace {
 constexpr std::size_t smallestSegment = std::size_t{16} << 10U;
 constexpr std::size_t largestSegment = std::size_t{1} << 20U;
 
+struct Text {
+    std::string text;
+    Room room;
+};
+
+struct Block {
+    Room room;
+    std::unique_ptr<char[]> bytes;
+};
+
+/// Not set to anything.
+std::shared_ptr<char> newBlock(Memory* memory, std::size_t size) {
+    Room room(memory, size);
+    const auto block =
+        std::make_shared<Block>(Block{std::move(room), std::unique_ptr<char[]>(new char[size])});
+    return {block, block->bytes.get()};
+}
+
 }  // namespace
 
-Bytes::Bytes(std::string text) {
-    const auto owner = std::make_shared<const std::string>(std::move(text));
-    append(Segment{std::shared_ptr<const char>(owner, owner->data()), owner->size()});
+Bytes::Bytes(std::string text, Room room) {
+    const auto owner = std::make_shared<const Text>(Text{std::move(text), std::move(room)});
+    append(Segment{std::shared_ptr<const char>(owner, owner->text.data()), owner->text.size()});
 }
 
 std::string Bytes::text() const {
@@ -54,8 +72,9 @@ Bytes Bytes::piece(std::uint64_t first, std::uint64_t length) const {
 BytesBuilder::Space BytesBuilder::space() {
     if (used_ == capacity_) {
         seal();
-        capacity_ = nextCapacity();
-        segment_ = std::shared_ptr<char>(new char[capacity_], std::default_delete<char[]>());
+        const std::size_t capacity = nextCapacity();
+        segment_ = newBlock(memory_, capacity);
+        capacity_ = capacity;
     }
     return {segment_.get() + used_, capacity_ - used_};
 }

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Memory.hpp"
+
 namespace s3server {
 
 /// A long, immutable run of bytes in segments that any number of runs share. Copying one, joining two and
@@ -21,7 +23,8 @@ public:
     };
 
     Bytes() = default;
-    explicit Bytes(std::string text);
+    /// The room is taken until the bytes are gone.
+    explicit Bytes(std::string text, Room room = {});
 
     std::uint64_t size() const { return size_; }
     const std::vector<Segment>& segments() const { return segments_; }
@@ -46,13 +49,17 @@ public:
         std::size_t size;
     };
 
-    /// With the length known beforehand, no memory is left unused at the end.
-    explicit BytesBuilder(std::optional<std::uint64_t> expected = std::nullopt) : expected_(expected) {}
+    /// With the length known beforehand, no memory is left unused at the end. With a memory, every segment
+    /// takes room in it until nothing shares the segment any more.
+    explicit BytesBuilder(std::optional<std::uint64_t> expected = std::nullopt, Memory* memory = nullptr)
+        : expected_(expected), memory_(memory) {}
 
-    /// Where the next bytes go, never empty; valid until the next call of any member.
+    /// Where the next bytes go, never empty; valid until the next call of any member. Throws S3Error
+    /// InsufficientStorage.
     Space space();
     /// The first `count` bytes of the space were written.
     void commit(std::size_t count);
+    /// Throws likewise.
     void append(std::string_view bytes);
     std::uint64_t size() const { return filled_.size() + used_; }
     /// Ends the building.
@@ -63,6 +70,7 @@ private:
     std::size_t nextCapacity() const;
 
     std::optional<std::uint64_t> expected_;
+    Memory* memory_;
     Bytes filled_;
     std::shared_ptr<char> segment_;
     std::size_t capacity_ = 0;

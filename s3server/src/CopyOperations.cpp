@@ -77,9 +77,10 @@ Reply copyObject(const Call& call) {
                 "changing the object's metadata, storage class, website redirect location or encryption "
                 "attributes.");
     }
+    Headers metadata = replace ? keptHeaders(request) : source.object->metadata;
+    const SharedRoom room = call.store.roomFor(request.key, metadata);
     const auto copy = std::make_shared<const Object>(
-        Object{source.object->bytes, etagOfCopy(*source.object),
-               replace ? keptHeaders(request) : source.object->metadata, call.now});
+        Object{source.object->bytes, etagOfCopy(*source.object), std::move(metadata), call.now, room});
     call.store.put(request.bucket, request.key, copy, writeCondition(request));
     return copyReply("CopyObjectResult", copy->etag, copy->lastModified);
 }

@@ -10,6 +10,7 @@ struct Befall {
     Service& service;
     FaultPlan& faults;
     Exchange& exchange;
+    std::size_t releases;
 
     Delivery operator()(const fault::Status& what) const {
         const S3Error error(what.code.empty() ? usualCode(what.status) : what.code);
@@ -33,7 +34,7 @@ struct Befall {
         return {std::nullopt, 0, Ending::Close};
     }
     Delivery operator()(const fault::Delay& what) const { return answerIf(faults.wait(what.time)); }
-    Delivery operator()(const fault::Stall&) const { return answerIf(faults.waitForRelease()); }
+    Delivery operator()(const fault::Stall&) const { return answerIf(faults.waitForRelease(releases)); }
     /// A request that was held while the server stopped isn't performed any more.
     Delivery answerIf(bool wanted) const {
         if (!wanted) return {std::nullopt, 0, Ending::Close};
@@ -44,9 +45,9 @@ struct Befall {
 }  // namespace
 
 Delivery deliver(Service& service, FaultPlan& faults, Exchange& exchange) {
-    const auto action = faults.take(exchange.operation(), exchange.request());
-    if (!action) return {service.answer(exchange)};
-    return std::visit(Befall{service, faults, exchange}, *action);
+    const auto taken = faults.take(exchange.operation(), exchange.request());
+    if (!taken) return {service.answer(exchange)};
+    return std::visit(Befall{service, faults, exchange, taken->releases}, taken->action);
 }
 
 }  // namespace s3server

@@ -1,35 +1,55 @@
 #include "FaultPlan.hpp"
 
+#include <numeric>
 #include <utility>
 
 namespace s3server {
 
-void FaultPlan::add(Fault fault) {
+namespace {
+
+void append(std::list<Fault>& plan, std::vector<Fault> faults) {
+    for (Fault& fault : faults)
+        if (fault.repetitions() != 0) plan.push_back(std::move(fault));
+}
+
+}  // namespace
+
+void FaultPlan::add(std::vector<Fault> faults) {
     const std::lock_guard lock(mutex_);
-    const unsigned skip = fault.skipped();
-    const unsigned times = fault.repetitions();
-    if (times != 0) entries_.push_back({std::move(fault), skip, times});
+    append(faults_, std::move(faults));
 }
 
 std::size_t FaultPlan::left() const {
     const std::lock_guard lock(mutex_);
-    std::size_t sum = 0;
-    for (const Entry& entry : entries_)
-        sum += entry.left;
-    return sum;
+    return std::accumulate(faults_.begin(), faults_.end(), std::size_t{0},
+                           [](std::size_t sum, const Fault& fault) { return sum + fault.repetitions(); });
 }
 
-std::optional<fault::Action> FaultPlan::take(std::string_view operation, const Request& request) {
+std::vector<Fault> FaultPlan::faults() const {
     const std::lock_guard lock(mutex_);
-    for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
-        if (!entry->fault.matches(operation, request.method, request.bucket, request.key)) continue;
-        if (entry->toSkip != 0) {
-            --entry->toSkip;
+    return {faults_.begin(), faults_.end()};
+}
+
+void FaultPlan::replace(std::vector<Fault> faults) {
+    const std::lock_guard lock(mutex_);
+    faults_.clear();
+    append(faults_, std::move(faults));
+    ++releases_;
+    changed_.notify_all();
+}
+
+std::optional<FaultPlan::Taken> FaultPlan::take(std::string_view operation, const Request& request) {
+    const std::lock_guard lock(mutex_);
+    for (auto fault = faults_.begin(); fault != faults_.end(); ++fault) {
+        if (!fault->matches(operation, request.method, request.bucket, request.key)) continue;
+        if (fault->skipped() != 0) {
+            fault->skip(fault->skipped() - 1);
             continue;
         }
-        fault::Action action = entry->fault.action();
-        if (--entry->left == 0) entries_.erase(entry);
-        return action;
+        Taken taken{fault->action(), releases_};
+        fault->times(fault->repetitions() - 1);
+        if (fault->repetitions() == 0) faults_.erase(fault);
+        return taken;
     }
     return std::nullopt;
 }
@@ -39,10 +59,9 @@ bool FaultPlan::wait(std::chrono::milliseconds time) {
     return !changed_.wait_for(lock, time, [this] { return ended_; });
 }
 
-bool FaultPlan::waitForRelease() {
+bool FaultPlan::waitForRelease(std::size_t releases) {
     std::unique_lock lock(mutex_);
-    const std::size_t before = releases_;
-    changed_.wait(lock, [this, before] { return ended_ || releases_ != before; });
+    changed_.wait(lock, [this, releases] { return ended_ || releases_ > releases; });
     return !ended_;
 }
 

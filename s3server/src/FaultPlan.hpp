@@ -7,6 +7,7 @@
 #include <mutex>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "Request.hpp"
 #include "s3server/Fault.hpp"
@@ -16,30 +17,35 @@ namespace s3server {
 /// The faults still to come. Every member may be called from any thread.
 class FaultPlan {
 public:
-    void add(Fault fault);
+    struct Taken {
+        fault::Action action;
+        /// How often release() had been called by then.
+        std::size_t releases;
+    };
+
+    void add(std::vector<Fault> faults);
     std::size_t left() const;
+    /// With what is left of their skips and times.
+    std::vector<Fault> faults() const;
+    /// Plans these instead of what is left, and releases.
+    void replace(std::vector<Fault> faults);
 
     /// What is to befall this request, if anything; counts it.
-    std::optional<fault::Action> take(std::string_view operation, const Request& request);
+    std::optional<Taken> take(std::string_view operation, const Request& request);
 
     /// Returns true after that time, false as soon as the plan is ended.
     [[nodiscard]] bool wait(std::chrono::milliseconds time);
-    /// Returns true when release() is called, false as soon as the plan is ended.
-    [[nodiscard]] bool waitForRelease();
+    /// Returns true when release() has been called more often than that, false as soon as the plan is ended.
+    [[nodiscard]] bool waitForRelease(std::size_t releases);
     void release();
     /// Lets everybody go who waits now or later.
     void end();
 
 private:
-    struct Entry {
-        Fault fault;
-        unsigned toSkip;
-        unsigned left;
-    };
-
     mutable std::mutex mutex_;
     std::condition_variable changed_;
-    std::list<Entry> entries_;
+    // In the order planned, each with what is left of it.
+    std::list<Fault> faults_;
     std::size_t releases_ = 0;
     bool ended_ = false;
 };

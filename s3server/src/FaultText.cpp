@@ -86,6 +86,32 @@ std::optional<std::string_view> cutTail(std::string_view& text, char separator) 
     return tail;
 }
 
+/// One overload for each kind of fault, the inverse of parseAction().
+struct ActionText {
+    std::string operator()(const fault::Status& what) const {
+        return withValue(std::to_string(what.status), what.code);
+    }
+    std::string operator()(const fault::ErrorIn200& what) const {
+        return withValue("error-in-200", what.code);
+    }
+    std::string operator()(const fault::Reply& what) const {
+        const std::string body = what.body.empty() ? "" : ',' + percentEncoded(what.body);
+        return "reply=" + std::to_string(what.status) + body;
+    }
+    std::string operator()(const fault::CutAfter& what) const { return "cut=" + std::to_string(what.bytes); }
+    std::string operator()(const fault::ResetAfterHeaders&) const { return "reset-after-headers"; }
+    std::string operator()(const fault::Reset&) const { return "reset"; }
+    std::string operator()(const fault::CloseWithoutReply&) const { return "close"; }
+    std::string operator()(const fault::Delay& what) const {
+        return "delay=" + std::to_string(what.time.count());
+    }
+    std::string operator()(const fault::Stall&) const { return "stall"; }
+
+    static std::string withValue(std::string name, const std::string& value) {
+        return value.empty() ? name : std::move(name) + '=' + value;
+    }
+};
+
 }  // namespace
 
 Fault Fault::parse(std::string_view text) {
@@ -105,6 +131,16 @@ Fault Fault::parse(std::string_view text) {
         if (!key.empty()) fault.forKey(std::string(key));
     }
     return fault;
+}
+
+std::string Fault::text() const {
+    std::string text = std::visit(ActionText(), action_);
+    if (skip_ != 0) text += '+' + std::to_string(skip_);
+    if (times_ != 1) text += '*' + std::to_string(times_);
+    if (operation_) text += ':' + *operation_;
+    if (bucket_) text += '@' + *bucket_;
+    if (key_) text += '/' + *key_;
+    return text;
 }
 
 }  // namespace s3server

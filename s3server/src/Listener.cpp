@@ -59,7 +59,10 @@ struct Connection {
 class Listener::Sockets {
 public:
     Sockets(const Options& options, Serve serve)
-        : serve_(std::move(serve)), tls_(tlsContext(options.tls)), acceptor_(context_) {
+        : address_(options.address),
+          serve_(std::move(serve)),
+          tls_(tlsContext(options.tls)),
+          acceptor_(context_) {
         bind(endpointOf(options));
         thread_ = std::thread([this] { acceptAll(); });
     }
@@ -68,6 +71,10 @@ public:
     Sockets& operator=(const Sockets&) = delete;
 
     std::uint16_t port() const { return port_; }
+    std::string endpoint() const {
+        const bool isV6 = address_.find(':') != std::string::npos;
+        return (isV6 ? '[' + address_ + ']' : address_) + ':' + std::to_string(port_);
+    }
     std::uint64_t accepted() const { return accepted_; }
     void stop();
 
@@ -77,6 +84,7 @@ private:
     void start(tcp::socket socket);
     void joinEnded();
 
+    const std::string address_;
     const Serve serve_;
     asio::io_context context_;
     const std::unique_ptr<asio::ssl::context> tls_;
@@ -160,6 +168,10 @@ Listener::~Listener() = default;
 
 std::uint16_t Listener::port() const {
     return sockets_->port();
+}
+
+std::string Listener::endpoint() const {
+    return sockets_->endpoint();
 }
 
 std::uint64_t Listener::accepted() const {

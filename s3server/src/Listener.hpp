@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "Wire.hpp"
 #include "s3server/Options.hpp"
@@ -22,6 +23,8 @@ public:
     Listener& operator=(const Listener&) = delete;
 
     std::uint16_t port() const;
+    /// ADDRESS:PORT, an IPv6 address in brackets.
+    std::string endpoint() const;
     std::uint64_t accepted() const;
     /// Interrupts all connections and joins all threads. Once is enough, more does no harm.
     void stop();

@@ -88,10 +88,11 @@ void requireLargeEnough(const Part& part, const ListedPart& listed) {
         .with("ETag", listed.etag);
 }
 
-/// The object that the parts listed make; its bytes are the parts' own.
+/// The object that the parts listed make. Its bytes are the parts' own, and its room is the upload's:
+/// completing needs no more.
 Object assembled(const Upload& upload, const std::vector<ListedPart>& list, TimePoint now) {
     requireAscending(list, upload.id);
-    Object object{{}, {}, upload.metadata, now};
+    Object object{{}, {}, upload.metadata, now, upload.room};
     std::string digests;
     for (const ListedPart& listed : list) {
         const Part& part = storedPart(upload, listed);
@@ -110,7 +111,9 @@ Reply createMultipartUpload(const Call& call) {
     const Request& request = call.request;
     refuseUnsupportedHeaders(request);
     const std::string id = newUploadId();
-    call.store.open(request.bucket, {request.key, id, keptHeaders(request), call.now, {}});
+    Headers metadata = keptHeaders(request);
+    const SharedRoom room = call.store.roomFor(request.key, metadata);
+    call.store.open(request.bucket, {request.key, id, std::move(metadata), call.now, {}, room});
     XmlWriter xml;
     xml.openRoot("InitiateMultipartUploadResult").element("Bucket", request.bucket);
     xml.element("Key", request.key).element("UploadId", id).close();
@@ -120,7 +123,8 @@ Reply createMultipartUpload(const Call& call) {
 Reply uploadPart(const Call& call) {
     const Request& request = call.request;
     refuseUnsupportedHeaders(request);
-    const auto part = std::make_shared<const Part>(Part{call.payload.bytes, call.payload.md5, call.now});
+    const auto part = std::make_shared<const Part>(
+        Part{call.payload.bytes, call.payload.md5, call.now, call.store.roomFor({}, {})});
     call.store.putPart(request.bucket, request.key, uploadId(request), partNumber(request), part);
     return {200, {{"ETag", quoted(hex(part->md5))}}, {}};
 }
@@ -137,7 +141,8 @@ Reply uploadPartCopy(const Call& call) {
     }
     requireCopyableSize(bytes.size());
     std::string md5 = digestOf(Digest::md5(), bytes);
-    const auto part = std::make_shared<const Part>(Part{std::move(bytes), std::move(md5), call.now});
+    const auto part = std::make_shared<const Part>(
+        Part{std::move(bytes), std::move(md5), call.now, call.store.roomFor({}, {})});
     call.store.putPart(request.bucket, request.key, uploadId(request), number, part);
     return copyReply("CopyPartResult", hex(part->md5), part->lastModified);
 }

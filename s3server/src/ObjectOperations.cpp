@@ -119,8 +119,10 @@ Reply getObjectTagging(const Call& call) {
 Reply putObject(const Call& call) {
     const Request& request = call.request;
     refuseUnsupportedHeaders(request);
+    Headers metadata = keptHeaders(request);
+    const SharedRoom room = call.store.roomFor(request.key, metadata);
     const auto object = std::make_shared<const Object>(
-        Object{call.payload.bytes, hex(call.payload.md5), keptHeaders(request), call.now});
+        Object{call.payload.bytes, hex(call.payload.md5), std::move(metadata), call.now, room});
     call.store.put(request.bucket, request.key, object, writeCondition(request));
     return {200, {{"ETag", quoted(object->etag)}}, {}};
 }

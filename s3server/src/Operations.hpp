@@ -33,6 +33,14 @@ Reply deleteBucket(const Call& call);
 Reply headBucket(const Call& call);
 Reply getBucketLocation(const Call& call);
 
+/// Whatever would configure a bucket is refused, so no bucket has a configuration. Only for the subresources
+/// that the routes name with it.
+Reply getBucketConfiguration(const Call& call);
+Reply getBucketRequestPayment(const Call& call);
+/// Likewise of access control lists, a bucket's and an object's: all is its owner's.
+Reply getBucketAcl(const Call& call);
+Reply getObjectAcl(const Call& call);
+
 Reply listObjects(const Call& call);
 Reply listObjectsV2(const Call& call);
 
@@ -51,6 +59,11 @@ Reply completeMultipartUpload(const Call& call);
 Reply abortMultipartUpload(const Call& call);
 Reply listParts(const Call& call);
 Reply listMultipartUploads(const Call& call);
+
+/// "General purpose bucket naming rules" in the S3 user guide.
+bool isBucketName(std::string_view name);
+/// What may be a LocationConstraint, the empty one included.
+bool isRegion(std::string_view name);
 
 Reply xmlReply(const XmlWriter& xml);
 /// A number in the query, or `otherwise` if it isn't there. Throws S3Error InvalidArgument.

@@ -82,12 +82,14 @@ void checkTrailers(const Request& request, const Headers& trailers) {
 }  // namespace
 
 PayloadReceiver::PayloadReceiver(const Request& request, std::uint64_t limit,
-                                 std::optional<ChunkSignatures> signatures)
+                                 std::optional<ChunkSignatures> signatures, Memory* memory)
     : limit_(limit) {
     const Framing framing = framingOf(request);
     announced_ = announcedSize(request, framing);
     if (announced_) requireSize(*announced_);
-    builder_ = BytesBuilder(announced_);
+    // What can't fit is refused before it is sent. It takes its room as it arrives.
+    if (announced_ && memory) memory->require(*announced_);
+    builder_ = BytesBuilder(announced_, memory);
     if (framing == Framing::None) return;
     if (framing != Framing::SignedChunks) signatures.reset();
     decoder_.emplace(std::move(signatures));

@@ -22,10 +22,13 @@ struct Payload {
 class PayloadReceiver {
 public:
     /// `limit` is the most bytes the payload may have. `signatures` are needed for a body that is signed
-    /// chunk by chunk; without them its chunk signatures are not checked. Throws S3Error.
-    PayloadReceiver(const Request& request, std::uint64_t limit, std::optional<ChunkSignatures> signatures);
+    /// chunk by chunk; without them its chunk signatures are not checked. With a memory, the payload takes
+    /// room in it. Throws S3Error.
+    PayloadReceiver(const Request& request, std::uint64_t limit, std::optional<ChunkSignatures> signatures,
+                    Memory* memory = nullptr);
 
-    /// Where the next bytes of the body go, never empty; valid until the next call of any member.
+    /// Where the next bytes of the body go, never empty; valid until the next call of any member. Throws
+    /// S3Error.
     BytesBuilder::Space space();
     /// The first `count` bytes of the space arrived. Throws S3Error.
     void commit(std::size_t count);

@@ -12,7 +12,9 @@ std::optional<std::string> RequestRecord::header(std::string_view name) const {
 std::uint64_t RequestLog::add(RequestRecord record) {
     const std::lock_guard lock(mutex_);
     if (told_) told_(record);
+    ++counts_[{record.operation, record.status}];
     records_.emplace(++last_, std::move(record));
+    if (records_.size() > kept_) records_.erase(records_.begin());
     return last_;
 }
 
@@ -31,9 +33,15 @@ std::vector<RequestRecord> RequestLog::records() const {
     return records;
 }
 
+RequestCounts RequestLog::counts() const {
+    const std::lock_guard lock(mutex_);
+    return counts_;
+}
+
 void RequestLog::forget() {
     const std::lock_guard lock(mutex_);
     records_.clear();
+    counts_.clear();
 }
 
 }  // namespace s3server

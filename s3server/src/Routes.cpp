@@ -10,6 +10,10 @@ namespace {
 
 constexpr auto Document = BodyKind::Document;
 
+constexpr Route configurationRoute(std::string_view operation, std::string_view subresource) {
+    return {operation, "GET", Resource::Bucket, subresource, false, Document, false, getBucketConfiguration};
+}
+
 constexpr std::array routes{
     Route{"ListBuckets", "GET", Resource::Service, "", false, Document, true, listBuckets},
     Route{"CreateBucket", "PUT", Resource::Bucket, "", false, Document, true, createBucket},
@@ -21,8 +25,27 @@ constexpr std::array routes{
     Route{"DeleteObjects", "POST", Resource::Bucket, "delete", false, Document, false, deleteObjects},
     Route{"ListMultipartUploads", "GET", Resource::Bucket, "uploads", false, Document, false,
           listMultipartUploads},
+    Route{"GetBucketAcl", "GET", Resource::Bucket, "acl", false, Document, false, getBucketAcl},
+    Route{"GetBucketRequestPayment", "GET", Resource::Bucket, "requestPayment", false, Document, false,
+          getBucketRequestPayment},
+    configurationRoute("GetBucketAccelerateConfiguration", "accelerate"),
+    configurationRoute("GetBucketCors", "cors"),
+    configurationRoute("GetBucketEncryption", "encryption"),
+    configurationRoute("GetBucketLifecycleConfiguration", "lifecycle"),
+    configurationRoute("GetBucketLogging", "logging"),
+    configurationRoute("GetBucketNotificationConfiguration", "notification"),
+    configurationRoute("GetBucketOwnershipControls", "ownershipControls"),
+    configurationRoute("GetBucketPolicy", "policy"),
+    configurationRoute("GetBucketPolicyStatus", "policyStatus"),
+    configurationRoute("GetBucketReplication", "replication"),
+    configurationRoute("GetBucketTagging", "tagging"),
+    configurationRoute("GetBucketVersioning", "versioning"),
+    configurationRoute("GetBucketWebsite", "website"),
+    configurationRoute("GetObjectLockConfiguration", "object-lock"),
+    configurationRoute("GetPublicAccessBlock", "publicAccessBlock"),
     Route{"GetObject", "GET", Resource::Object, "", false, Document, false, getObject},
     Route{"HeadObject", "HEAD", Resource::Object, "", false, Document, false, getObject},
+    Route{"GetObjectAcl", "GET", Resource::Object, "acl", false, Document, false, getObjectAcl},
     Route{"GetObjectTagging", "GET", Resource::Object, "tagging", false, Document, false, getObjectTagging},
     Route{"PutObject", "PUT", Resource::Object, "", false, BodyKind::Object, false, putObject},
     Route{"CopyObject", "PUT", Resource::Object, "", true, Document, false, copyObject},

@@ -67,6 +67,18 @@ constexpr std::array rows{
     Row{404, "NoSuchUpload",
         "The specified upload does not exist. The upload ID may be invalid, or the upload may have been "
         "aborted or completed."},
+    Row{404, "NoSuchBucketPolicy", "The bucket policy does not exist"},
+    Row{404, "NoSuchCORSConfiguration", "The CORS configuration does not exist"},
+    Row{404, "NoSuchLifecycleConfiguration", "The lifecycle configuration does not exist"},
+    Row{404, "NoSuchPublicAccessBlockConfiguration", "The public access block configuration was not found"},
+    Row{404, "NoSuchTagSet", "The TagSet does not exist"},
+    Row{404, "NoSuchWebsiteConfiguration", "The specified bucket does not have a website configuration"},
+    Row{404, "ObjectLockConfigurationNotFoundError",
+        "Object Lock configuration does not exist for this bucket"},
+    Row{404, "OwnershipControlsNotFoundError", "The bucket ownership controls were not found"},
+    Row{404, "ReplicationConfigurationNotFoundError", "The replication configuration was not found"},
+    Row{404, "ServerSideEncryptionConfigurationNotFoundError",
+        "The server side encryption configuration was not found"},
     Row{405, "MethodNotAllowed", "The specified method is not allowed against this resource."},
     Row{409, "OperationAborted",
         "A conflicting conditional operation is currently in progress against this resource. Please try "
@@ -83,6 +95,10 @@ constexpr std::array rows{
         "A header or query you provided implies functionality that is not implemented."},
     Row{503, "SlowDown", "Please reduce your request rate."},
     Row{503, "ServiceUnavailable", "Service is unable to handle request."},
+    Row{507, "InsufficientStorage",
+        "The server keeps everything in memory and has no room for this. Deleting objects or aborting "
+        "uploads "
+        "makes room."},
 };
 
 }  // namespace

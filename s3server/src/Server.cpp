@@ -2,10 +2,12 @@
 
 #include <stdexcept>
 
+#include "Control.hpp"
 #include "Digest.hpp"
 #include "Encoding.hpp"
 #include "FaultPlan.hpp"
 #include "Listener.hpp"
+#include "Operations.hpp"
 #include "RequestLog.hpp"
 #include "S3Error.hpp"
 #include "Service.hpp"
@@ -14,21 +16,29 @@
 namespace s3server {
 namespace {
 
-std::string endpointText(const std::string& address, std::uint16_t port) {
-    const bool isV6 = address.find(':') != std::string::npos;
-    return (isV6 ? '[' + address + ']' : address) + ':' + std::to_string(port);
+Options forControl(Options options) {
+    options.address = options.controlAddress;
+    options.port = *options.controlPort;
+    options.tls.reset();
+    return options;
 }
 
 }  // namespace
 
 Server::Server(const Options& options)
-    : address_(options.address),
-      service_(std::make_unique<Service>(options)),
+    : service_(std::make_unique<Service>(options)),
       faults_(std::make_unique<FaultPlan>()),
-      log_(std::make_unique<RequestLog>(options.onRequest)),
-      listener_(std::make_unique<Listener>(options, [this](Wire& wire, std::uint64_t connection) {
-          serveConnection(wire, {*service_, *faults_, *log_}, connection);
-      })) {}
+      log_(std::make_unique<RequestLog>(options.onRequest, options.rememberedRequests)),
+      listener_(
+          std::make_unique<Listener>(options,
+                                     [this](Wire& wire, std::uint64_t connection) {
+                                         serveConnection(wire, {*service_, *faults_, *log_}, connection);
+                                     })),
+      control_(options.controlPort ? std::make_unique<Listener>(forControl(options),
+                                                                [this](Wire& wire, std::uint64_t) {
+                                                                    serveControl(wire, {*faults_, *log_});
+                                                                })
+                                   : nullptr) {}
 
 Server::~Server() {
     stop();
@@ -39,17 +49,27 @@ std::uint16_t Server::port() const {
 }
 
 std::string Server::endpoint() const {
-    return endpointText(address_, port());
+    return listener_->endpoint();
+}
+
+std::string Server::controlEndpoint() const {
+    return control_ ? control_->endpoint() : std::string();
 }
 
 void Server::stop() {
     faults_->end();
     listener_->stop();
+    if (control_) control_->stop();
 }
 
 void Server::createBucket(const std::string& name, const std::string& region) {
-    if (name.empty() || name.find('/') != std::string::npos)
-        throw std::invalid_argument("'" + name + "' can't be a bucket's name");
+    if (!isBucketName(name)) {
+        throw std::invalid_argument("'" + name +
+                                    "' can't be a bucket's name in S3: 3 to 63 lower-case letters, digits, "
+                                    "hyphens and dots, and none of the reserved names (InvalidBucketName)");
+    }
+    if (region.empty() || !isRegion(region))
+        throw std::invalid_argument("'" + region + "' can't be a region (InvalidLocationConstraint)");
     try {
         service_->store().createBucket({name, region == "us-east-1" ? "" : region, service_->now()});
     } catch (const S3Error&) {
@@ -58,15 +78,21 @@ void Server::createBucket(const std::string& name, const std::string& region) {
 }
 
 void Server::putObject(const std::string& bucket, const std::string& key, std::string bytes) {
-    Bytes stored(std::move(bytes));
-    std::string etag = hex(digestOf(Digest::md5(), stored));
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(service_->now());
-    const auto object = std::make_shared<const Object>(
-        Object{std::move(stored), std::move(etag), {{"content-type", "binary/octet-stream"}}, seconds});
+    Store& store = service_->store();
+    Headers metadata{{"content-type", "binary/octet-stream"}};
     try {
-        service_->store().put(bucket, key, object);
-    } catch (const S3Error&) {
-        throw std::invalid_argument("there is no bucket '" + bucket + "'");
+        Room room(&store.memory(), bytes.size());
+        Bytes stored(std::move(bytes), std::move(room));
+        std::string etag = hex(digestOf(Digest::md5(), stored));
+        const SharedRoom ownRoom = store.roomFor(key, metadata);
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(service_->now());
+        store.put(bucket, key,
+                  std::make_shared<const Object>(
+                      Object{std::move(stored), std::move(etag), std::move(metadata), seconds, ownRoom}));
+    } catch (const S3Error& error) {
+        if (error.code() == "NoSuchBucket")
+            throw std::invalid_argument("there is no bucket '" + bucket + "'");
+        throw std::runtime_error(error.message());
     }
 }
 
@@ -99,8 +125,16 @@ std::size_t Server::openUploads(const std::string& bucket) const {
     }
 }
 
+std::uint64_t Server::memoryUsed() const {
+    return service_->store().memory().used();
+}
+
 std::vector<RequestRecord> Server::requests() const {
     return log_->records();
+}
+
+RequestCounts Server::requestCounts() const {
+    return log_->counts();
 }
 
 void Server::forgetRequests() {
@@ -112,7 +146,19 @@ std::size_t Server::connections() const {
 }
 
 void Server::plan(Fault fault) {
-    faults_->add(std::move(fault));
+    faults_->add({std::move(fault)});
+}
+
+void Server::plan(std::vector<Fault> faults) {
+    faults_->add(std::move(faults));
+}
+
+std::vector<Fault> Server::plannedFaults() const {
+    return faults_->faults();
+}
+
+void Server::resetFaults() {
+    faults_->replace({});
 }
 
 std::size_t Server::plannedFaultsLeft() const {

@@ -33,17 +33,23 @@ void requireLength(const Request& request) {
         throw S3Error("MissingContentLength");
 }
 
+/// Only what is to be stored takes room in the memory: documents are small, gone in a moment, and how one
+/// makes room.
 PayloadReceiver receiverFor(const Route& route, const Request& request,
-                            std::optional<ChunkSignatures> signatures) {
-    const bool storesBody = route.body == BodyKind::Object;
-    if (storesBody) requireLength(request);
-    return {request, storesBody ? largestObject : largestDocument, std::move(signatures)};
+                            std::optional<ChunkSignatures> signatures, Memory& memory) {
+    if (route.body == BodyKind::Document) return {request, largestDocument, std::move(signatures)};
+    requireLength(request);
+    return {request, largestObject, std::move(signatures), &memory};
 }
 
 }  // namespace
 
 BytesBuilder::Space Exchange::space() {
-    if (receiver_) return receiver_->space();
+    try {
+        if (receiver_) return receiver_->space();
+    } catch (const S3Error& error) {
+        refuse(error);
+    }
     discarded_.resize(discardBufferSize);
     return {discarded_.data(), discarded_.size()};
 }
@@ -54,16 +60,20 @@ void Exchange::commit(std::size_t count) {
     try {
         receiver_->commit(count);
     } catch (const S3Error& error) {
-        refusal_ = error;
-        receiver_.reset();
+        refuse(error);
     }
+}
+
+void Exchange::refuse(const S3Error& error) {
+    refusal_ = error;
+    receiver_.reset();
 }
 
 bool Exchange::wantsMore() const {
     return receiver_ || bodyBytes_ < mostDiscarded;
 }
 
-Service::Service(Options options) : options_(std::move(options)) {}
+Service::Service(Options options) : options_(std::move(options)), store_(options_.memoryLimit) {}
 
 Exchange Service::accept(Request head) {
     Exchange exchange(std::move(head));
@@ -72,7 +82,8 @@ Exchange Service::accept(Request head) {
         exchange.route_ = &findRoute(exchange.request_);
         std::optional<ChunkSignatures> signatures;
         if (options_.checkSignatures) authorize(exchange, signatures);
-        exchange.receiver_.emplace(receiverFor(*exchange.route_, exchange.request_, std::move(signatures)));
+        exchange.receiver_.emplace(
+            receiverFor(*exchange.route_, exchange.request_, std::move(signatures), store_.memory()));
     } catch (const S3Error& error) {
         exchange.refusal_ = error;
     }

@@ -33,6 +33,8 @@ public:
 private:
     friend class Service;
 
+    void refuse(const S3Error& error);
+
     Request request_;
     const Route* route_ = nullptr;
     std::optional<PayloadReceiver> receiver_;

@@ -1,7 +1,6 @@
 #include "Session.hpp"
 
 #include <algorithm>
-#include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http.hpp>
@@ -9,6 +8,7 @@
 #include <sstream>
 
 #include "Delivery.hpp"
+#include "ReadStream.hpp"
 #include "Text.hpp"
 
 namespace s3server {
@@ -23,31 +23,6 @@ constexpr std::uint32_t largestHead = 64U << 10U;
 constexpr std::size_t largestBuffer = std::size_t{128} << 10U;
 // Answers up to this size go out in one piece with their head.
 constexpr std::uint64_t smallBody = 16U << 10U;
-
-/// Beast's view of a Wire, for reading.
-struct ReadStream {
-    Wire& wire;
-
-    template <class Buffers>
-    std::size_t read_some(const Buffers& buffers, error_code& error) {
-        error = {};
-        for (auto at = asio::buffer_sequence_begin(buffers); at != asio::buffer_sequence_end(buffers); ++at) {
-            const asio::mutable_buffer buffer(*at);
-            if (buffer.size() == 0) continue;
-            const std::size_t count = wire.read(static_cast<char*>(buffer.data()), buffer.size());
-            if (count == 0) error = asio::error::eof;
-            return count;
-        }
-        return 0;
-    }
-    template <class Buffers>
-    std::size_t read_some(const Buffers& buffers) {
-        error_code error;
-        const std::size_t count = read_some(buffers, error);
-        if (error) throw boost::system::system_error(error);
-        return count;
-    }
-};
 
 using Parser = http::request_parser<http::buffer_body>;
 
@@ -71,7 +46,13 @@ bool announcesLength(const Request& request, const Reply& reply) {
     return request.method != "HEAD" || reply.status < 300;
 }
 
-std::string headText(const Request& request, const Reply& reply, TimePoint now, bool keepAlive) {
+/// What is said of the connection: without a word, HTTP/1.1 keeps it and HTTP/1.0 ends it.
+std::string_view connectionHeader(bool keepAlive, unsigned version) {
+    if (!keepAlive) return "close";
+    return version < 11 ? "keep-alive" : "";
+}
+
+std::string headText(const Request& request, const Reply& reply, TimePoint now, std::string_view connection) {
     http::response<http::empty_body> head;
     head.version(11);
     head.result(static_cast<unsigned>(reply.status));
@@ -84,7 +65,7 @@ std::string headText(const Request& request, const Reply& reply, TimePoint now, 
     setIfMissing(http::field::server, "s3server");
     if (announcesLength(request, reply))
         setIfMissing(http::field::content_length, std::to_string(reply.body.size()));
-    if (!keepAlive) head.set(http::field::connection, "close");
+    if (!connection.empty()) head.set(http::field::connection, std::string(connection));
     std::ostringstream text;
     text << head.base();
     return text.str();
@@ -112,6 +93,8 @@ private:
     const std::uint64_t connection_;
     boost::beast::flat_buffer buffer_{largestBuffer};
     Ending ending_ = Ending::Close;
+    /// The latest request's, 10 times that of HTTP.
+    unsigned version_ = 11;
 };
 
 bool Session::serveOne() {
@@ -125,8 +108,9 @@ bool Session::serveOne() {
         refuseUnreadable(error);
         return false;
     }
+    version_ = parser.get().version();
     Exchange exchange = backend_.service.accept(headOf(parser.get()));
-    if (lowered(exchange.request().header("expect")) == "100-continue")
+    if (version_ >= 11 && lowered(exchange.request().header("expect")) == "100-continue")
         wire_.write("HTTP/1.1 100 Continue\r\n\r\n");
     const bool whole = receiveBody(parser, exchange);
     if (!whole && exchange.wantsMore()) return false;
@@ -178,7 +162,8 @@ bool Session::send(const Exchange& exchange, const Delivery& delivery, bool keep
     seen.responseBytes = planned;
     const std::uint64_t number = backend_.log.add(std::move(seen));
 
-    std::string head = headText(exchange.request(), *reply, backend_.service.now(), keepAlive);
+    std::string head =
+        headText(exchange.request(), *reply, backend_.service.now(), connectionHeader(keepAlive, version_));
     const bool inOnePiece = planned <= smallBody;
     if (inOnePiece) head += reply->body.piece(0, planned).text();
     if (wire_.write(head) != head.size()) {

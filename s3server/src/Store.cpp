@@ -8,6 +8,9 @@
 namespace s3server {
 namespace {
 
+// What the store's own records take for one object, part or upload, about.
+constexpr std::uint64_t recordSize = 512;
+
 template <class Uploads>
 auto& findUpload(Uploads& uploads, const std::string& key, const std::string& id) {
     const auto found = uploads.find(id);
@@ -26,6 +29,13 @@ const Object* pointee(const Objects& objects, const std::string& key) {
 std::string BucketInfo::region() const {
     if (location.empty()) return "us-east-1";
     return location == "EU" ? "eu-west-1" : location;
+}
+
+SharedRoom Store::roomFor(const std::string& key, const Headers& metadata) {
+    std::uint64_t size = recordSize + key.size();
+    for (const auto& [name, value] : metadata)
+        size += sizeof(Headers::value_type) + name.size() + value.size();
+    return std::make_shared<const Room>(&memory_, size);
 }
 
 void Store::createBucket(const BucketInfo& info) {

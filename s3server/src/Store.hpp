@@ -15,6 +15,9 @@
 
 namespace s3server {
 
+/// Of those that share it, the last gives it back.
+using SharedRoom = std::shared_ptr<const Room>;
+
 /// An object never changes; writing its key again puts another one in its place.
 struct Object {
     Bytes bytes;
@@ -23,6 +26,8 @@ struct Object {
     /// The headers that come back with it: content-type, x-amz-meta-* and their like.
     Headers metadata;
     TimePoint lastModified;
+    /// For all but the bytes, which have theirs.
+    SharedRoom room = nullptr;
 };
 using ObjectPointer = std::shared_ptr<const Object>;
 /// In the order of the keys' bytes, which is the order of UTF-8 text, too.
@@ -33,6 +38,7 @@ struct Part {
     /// Raw, 16 bytes.
     std::string md5;
     TimePoint lastModified;
+    SharedRoom room = nullptr;
 };
 
 /// A multipart upload under way.
@@ -42,6 +48,7 @@ struct Upload {
     Headers metadata;
     TimePoint initiated;
     std::map<unsigned, std::shared_ptr<const Part>> parts;
+    SharedRoom room = nullptr;
 };
 
 struct BucketInfo {
@@ -58,6 +65,12 @@ struct BucketInfo {
 /// not at all. Throws S3Error: NoSuchBucket, NoSuchKey, NoSuchUpload and what is said below.
 class Store {
 public:
+    explicit Store(std::uint64_t memoryLimit) : memory_(memoryLimit) {}
+
+    Memory& memory() { return memory_; }
+    /// Room for an object, a part or an upload apart from its bytes. Throws InsufficientStorage.
+    SharedRoom roomFor(const std::string& key, const Headers& metadata);
+
     /// Throws BucketAlreadyOwnedByYou.
     void createBucket(const BucketInfo& info);
     /// Throws BucketNotEmpty; uploads under way go with the bucket.
@@ -95,6 +108,8 @@ private:
     const Bucket& find(const std::string& bucket) const;
     Bucket& find(const std::string& bucket);
 
+    // Outlives all that takes room in it.
+    Memory memory_;
     mutable std::mutex mutex_;
     std::map<std::string, Bucket> buckets_;
 };

@@ -6,16 +6,14 @@ namespace s3server {
 
 XmlWriter::XmlWriter() : text_("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") {}
 
-XmlWriter& XmlWriter::open(std::string_view name) {
-    text_.append("<").append(name).append(">");
+XmlWriter& XmlWriter::open(std::string_view name, std::string_view attributes) {
+    text_.append("<").append(name).append(attributes.empty() ? "" : " ").append(attributes).append(">");
     open_.emplace_back(name);
     return *this;
 }
 
 XmlWriter& XmlWriter::openRoot(std::string_view name) {
-    text_.append("<").append(name).append(" xmlns=\"http://s3.amazonaws.com/doc/2006-03-01/\">");
-    open_.emplace_back(name);
-    return *this;
+    return open(name, "xmlns=\"http://s3.amazonaws.com/doc/2006-03-01/\"");
 }
 
 XmlWriter& XmlWriter::rootWithText(std::string_view name, std::string_view text) {

@@ -11,7 +11,8 @@ namespace s3server {
 class XmlWriter {
 public:
     XmlWriter();
-    XmlWriter& open(std::string_view name);
+    /// `attributes` are written as they are.
+    XmlWriter& open(std::string_view name, std::string_view attributes = {});
     /// The root of S3's own documents, in their name space.
     XmlWriter& openRoot(std::string_view name);
     /// The same with nothing but text inside.

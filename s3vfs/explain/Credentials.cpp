@@ -4,7 +4,6 @@
 
 #include "ConfigurationSources.hpp"
 #include "CredentialsSources.hpp"
-#include "EnvironmentText.hpp"
 #include "ZRCredentialsProviderChain.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"

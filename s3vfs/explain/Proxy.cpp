@@ -2,7 +2,6 @@
 #include <optional>
 
 #include "ConfigurationSources.hpp"
-#include "EnvironmentText.hpp"
 #include "ProxySources.hpp"
 #include "explain/NoProxy.hpp"
 #include "explain/Sections.hpp"

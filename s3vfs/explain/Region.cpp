@@ -8,7 +8,6 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "ConfigurationSources.hpp"
-#include "EnvironmentText.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"
 
@@ -52,7 +51,7 @@ bool isRegionName(const std::string& region) {
 void addChoices(Section& section) {
     std::string chosen;
     for (const RegionSource& source : storage::s3provider::regionSources) {
-        const std::string region = storage::s3provider::regionFrom(source);
+        const std::string region = storage::s3provider::regionFromSource(source);
         const bool wins = chosen.empty() && !region.empty();
         if (wins) chosen = region;
         section.places.push_back(
@@ -105,7 +104,7 @@ bool isMachineAsked() {
 bool isAnyVariableSet() {
     return std::any_of(std::begin(storage::s3provider::regionSources),
                        std::end(storage::s3provider::regionSources), [](const RegionSource& source) {
-                           return source.variable && !storage::s3provider::regionFrom(source).empty();
+                           return source.variable && !storage::s3provider::regionFromSource(source).empty();
                        });
 }
 

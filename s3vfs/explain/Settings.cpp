@@ -2,7 +2,6 @@
 
 #include "AwsS3ClientFactory.hpp"
 #include "ConfigurationSources.hpp"
-#include "EnvironmentText.hpp"
 #include "NumberParsing.hpp"
 #include "explain/Sections.hpp"
 #include "explain/Wording.hpp"
@@ -11,7 +10,7 @@ namespace s3vfs::explain {
 
 using storage::s3provider::CertificateSource;
 using storage::s3provider::environmentText;
-using storage::s3provider::RetrySetting;
+using storage::s3provider::NumberSetting;
 
 namespace {
 
@@ -40,7 +39,7 @@ bool isNumber(const std::string& text) {
     }
 }
 
-void addNumber(Section& section, const RetrySetting& setting, std::int64_t used, const char* unit) {
+void addNumber(Section& section, const NumberSetting& setting, std::int64_t used, const char* unit) {
     const std::string text = environmentText(setting.variable);
     const std::string value = std::to_string(used);
     const bool isDefault = text.empty() || !isNumber(text);

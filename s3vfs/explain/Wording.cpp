@@ -7,7 +7,7 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <string_view>
 
-#include "EnvironmentText.hpp"
+#include "ConfigurationSources.hpp"
 #include "Text.hpp"
 
 namespace s3vfs::explain {

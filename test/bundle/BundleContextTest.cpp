@@ -1,11 +1,9 @@
-#include "BundleContext.hpp"
+#include "S3ProviderFactoryV2Component.hpp"
 
 #include <array>
 #include <atomic>
 #include <thread>
 #include <vector>
-
-#include "S3ProviderFactoryV2Component.hpp"
 
 using cppmicroservices::BundleContextPrivate;
 using storage::s3provider::bundleContext;

@@ -35,6 +35,17 @@ public:
         }
     }
 
+    /// Without such a header, stacks are executable.
+    bool hasHeaderForPlainStacks() const {
+        std::size_t count = 0;
+        elf_getphdrnum(elf_, &count);
+        GElf_Phdr header;
+        for (int i = 0; i < static_cast<int>(count); ++i)
+            if (gelf_getphdr(elf_, i, &header) != nullptr && header.p_type == PT_GNU_STACK)
+                return (header.p_flags & PF_X) == 0;
+        return false;
+    }
+
     std::string nameOf(const GElf_Shdr& header) const {
         std::size_t names = 0;
         elf_getshdrstrndx(elf_, &names);
@@ -72,6 +83,10 @@ std::vector<std::string> exportedSymbols(const std::string& file) {
             if (isExported(symbol)) names.push_back(elf.text(header.sh_link, symbol.st_name));
     });
     return names;
+}
+
+bool wantsExecutableStacks(const std::string& file) {
+    return !ElfFile(file).hasHeaderForPlainStacks();
 }
 
 Section readSection(const std::string& file, const std::string& name) {

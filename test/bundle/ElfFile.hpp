@@ -9,6 +9,9 @@ namespace testsupport {
 /// std::runtime_error for a file that isn't ELF.
 std::vector<std::string> exportedSymbols(const std::string& file);
 
+/// Whether threads of a process that loads it get stacks with code that may run. Throws likewise.
+bool wantsExecutableStacks(const std::string& file);
+
 struct Section {
     std::string bytes;
     bool loaded;  ///< takes part in the process's memory, and so survives stripping

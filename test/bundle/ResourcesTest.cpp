@@ -1,16 +1,20 @@
+#include <gmock/gmock.h>
 #include <zip.h>
 
 #include <ctime>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "ElfFile.hpp"
+#include "support/Process.hpp"
 
 using namespace testsupport;
 using nlohmann::json;
+using ::testing::HasSubstr;
 
 namespace {
 
@@ -100,12 +104,26 @@ TEST_F(Resources, AreLoadedWithTheLibrary) {
     EXPECT_TRUE(section.loaded);
 }
 
+TEST_F(Resources, LeaveStacksAsTheyAre) {
+    EXPECT_FALSE(wantsExecutableStacks(BUNDLE_FILE));
+}
+
 TEST_F(Resources, TellNothingOfWhoBuiltThemAndWhen) {
     for (const zip_stat_t& entry : entries()) {
         for (const auto place : {ZIP_FL_LOCAL, ZIP_FL_CENTRAL})
             EXPECT_EQ(zip_file_extra_fields_count(archive.get(), entry.index, place), 0) << entry.name;
         EXPECT_EQ(yearOf(entry.mtime), 1980) << entry.name;
     }
+}
+
+TEST(ObjectFormats, OtherThanElfAreRefusedWithWhatToInstall) {
+    const auto configured = run({CMAKE_PROGRAM, "-DMODULES=" CMAKE_MODULES, "-DCMAKE_EXECUTABLE_FORMAT=MACHO",
+                                 "-DS3PROVIDER_CPPMICROSERVICES_IS_STANDIN=ON", "-P", WITHOUT_FRAMEWORK},
+                                {}, "/");
+    EXPECT_NE(configured.status, 0);
+    const std::string said = std::regex_replace(configured.err, std::regex("\\s+"), " ");
+    EXPECT_THAT(said, HasSubstr("here they are 'MACHO': install CppMicroServices 3 with its Declarative "
+                                "Services, and set CMAKE_PREFIX_PATH to where it is"));
 }
 
 }  // namespace

@@ -18,10 +18,7 @@ protected:
         put(*Factory(nullptr).createProvider(bucket), u"file", "content");
     }
 
-    ~HostileEnvironment() override {
-        EXPECT_THAT(records_.texts(), ::testing::Not(::testing::Contains(
-                                          ::testing::HasSubstr(s3server::defaultCredentials.secretKey))));
-    }
+    ~HostileEnvironment() override { expectSecretUntold(); }
 
     /// Opens the bucket through a new factory. Empty, or what the failure says.
     std::string failureOfOpening() {
@@ -45,21 +42,26 @@ private:
     /// The exception's words, and those of the records of failed requests.
     template <typename Action>
     std::string failureOf(const Action& action) {
-        failedRequests_.clear();
+        expectSecretUntold();
+        records_.clear();
         try {
             action();
             return {};
         } catch (const std::exception& failure) {
             std::string said = failure.what();
-            for (const auto& text : failedRequests_.texts())
+            for (const auto& text : records_.texts(storage::s3provider::LogFailedRequests))
                 said += "\n" + text;
             EXPECT_THAT(said, ::testing::Not(::testing::HasSubstr(s3server::defaultCredentials.secretKey)));
             return said;
         }
     }
 
+    void expectSecretUntold() const {
+        EXPECT_THAT(records_.texts(), ::testing::Not(::testing::Contains(
+                                          ::testing::HasSubstr(s3server::defaultCredentials.secretKey))));
+    }
+
     LogCapture records_{clientChannel, factoryChannel};
-    LogCapture failedRequests_{clientChannel, storage::s3provider::LogFailedRequests};
 };
 
 }  // namespace testsupport

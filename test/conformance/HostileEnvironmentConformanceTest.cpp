@@ -20,7 +20,6 @@ const Names forgivingVariables = {"ZR_AWS_SCHEME",
                                   "ZR_AWS_PROXY",
                                   "ZR_AWS_GETDATA_ATTEMPTS",
                                   "ZR_AWS_RETRYTIMEMS",
-                                  "ZR_ROOT_CERT_PATH",
                                   "AWS_PROFILE",
                                   "AWS_DEFAULT_PROFILE",
                                   "AWS_CONFIG_FILE",
@@ -33,8 +32,9 @@ const Names forgivingVariables = {"ZR_AWS_SCHEME",
                                   "NO_PROXY"};
 
 /// Variables that decide who is asked, who asks, or what is sent; with what the failures must name. A region
-/// that could be one leads to a host that the certificate doesn't bear, and a header of 1 MiB makes libcurl
-/// run out of memory, 27.
+/// that could be one leads to a host that the certificate doesn't bear, 60. Of 1 MiB, a header makes libcurl
+/// run out of memory, 27, or is left out by it so that the signature fails, and a path is no file, 77, or too
+/// long, 100: both by its version.
 struct Deciding {
     const char* variable;
     const char* cause;
@@ -45,14 +45,15 @@ void PrintTo(const Deciding& deciding, std::ostream* out) {
 }
 
 constexpr Deciding decidingVariables[] = {
-    {"AWS_REGION", "Invalid region|certificate"},
-    {"AWS_DEFAULT_REGION", "Invalid region|certificate"},
-    {"ZR_AWS_GETLOCATION_REGION", "certificate"},
+    {"AWS_REGION", "Invalid region|curlCode: 60"},
+    {"AWS_DEFAULT_REGION", "Invalid region|curlCode: 60"},
+    {"ZR_AWS_GETLOCATION_REGION", "curlCode: 60"},
     {"AWS_ACCESS_KEY_ID", "Permission .* denied|response code: 400|control character|curlCode: 27"},
     {"AWS_SECRET_ACCESS_KEY", "Permission .* denied"},
-    {"AWS_SESSION_TOKEN", "response code: 400|control character|curlCode: 27"},
+    {"AWS_SESSION_TOKEN", "Permission .* denied|response code: 400|control character|curlCode: 27"},
     {"AWS_SHARED_CREDENTIALS_FILE", "ill-formed UTF-8"},
-    {"ZR_ROOT_CERT_FILE", "certificate|CA cert"},
+    {"ZR_ROOT_CERT_FILE", "curlCode: (60|77|100),"},
+    {"ZR_ROOT_CERT_PATH", "curlCode: 100,"},
     {"AWS_EXECUTION_ENV", "curlCode: 27"},
     {"AWS_SDK_UA_APP_ID", "response code: 400|curlCode: 27"},
 };

@@ -116,6 +116,18 @@ TEST_F(ElapsedTime, BringsTheNextCredentialsOfARole) {
     EXPECT_EQ(signer(), "later");
 }
 
+TEST_F(ElapsedTime, IsNotWaitedForWhenARoleComesBack) {
+    MetadataService metadata(Manner::Right, "machine");
+    auto process = writer(metadata);
+    EXPECT_EQ(process.ask("file"), written);
+    metadata.giveNothing();
+    clock.advance(301s);
+    EXPECT_NE(process.ask("file"), written);
+    metadata.give("later");
+    EXPECT_EQ(process.ask("file"), written);
+    EXPECT_EQ(signer(), "later");
+}
+
 TEST_F(ElapsedTime, IsNotWaitedForWhenTheCredentialsFileIsEdited) {
     const MetadataService metadata(Manner::Without);
     writeKeys("first");

@@ -1,6 +1,7 @@
 #include "replay/Replay.hpp"
 
 #include "replay/Client.hpp"
+#include "replay/LinkedCurl.hpp"
 #include "replay/Operations.hpp"
 #include "replay/Scene.hpp"
 #include "replay/Wire.hpp"
@@ -74,7 +75,8 @@ std::string printable(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-std::vector<std::string> differences(const Json& expected, const Json& seen) {
+std::vector<std::string> differences(const Json& recorded, const Json& seen) {
+    const Json expected = asOfLinkedCurl(recorded, seen);
     std::vector<std::string> lines;
     for (const Json& change : Json::diff(expected, seen)) {
         const std::string place = change["path"];

@@ -11,8 +11,9 @@ namespace replay {
 /// RecordedCase::observation(). The SDK must have been initialized. May be called from several threads.
 Json replayCase(const RecordedCase& recordedCase);
 
-/// One line for each value that differs: where, what was expected, what came.
-std::vector<std::string> differences(const Json& expected, const Json& seen);
+/// One line for each value that differs: where, what was expected of the recording with the linked libcurl,
+/// what came.
+std::vector<std::string> differences(const Json& recorded, const Json& seen);
 
 /// In one line, with U+FFFD for what isn't UTF-8.
 std::string printable(const Json& value);

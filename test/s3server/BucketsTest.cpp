@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+#include <string>
+
 #include "Client.hpp"
 #include "s3server/Server.hpp"
 
@@ -81,8 +84,23 @@ TEST_F(Buckets, AreNotDeletedWithObjectsInside) {
 }
 
 TEST_F(Buckets, WithNamesThatS3RefusesAreRefused) {
-    for (const char* const name : {"ab", "Upper", "under_score", "-start", "end-", "two..dots"})
-        EXPECT_EQ(client.put(std::string("/") + name, "").element("Code"), "InvalidBucketName") << name;
+    for (const std::string& name :
+         {std::string("ab"), std::string(64, 'a'), std::string("Upper"), std::string("under_score"),
+          std::string("-start"), std::string("end-"), std::string("two..dots"), std::string("192.168.5.4"),
+          std::string("xn--b"), std::string("sthree-b"), std::string("amzn-s3-demo-b"),
+          std::string("b-s3alias"), std::string("b--ol-s3"), std::string("b.mrap"), std::string("b--x-s3"),
+          std::string("b--table-s3")}) {
+        EXPECT_EQ(client.put("/" + name, "").element("Code"), "InvalidBucketName") << name;
+        EXPECT_THROW(server.createBucket(name), std::invalid_argument) << name;
+    }
+    EXPECT_THAT(client.get("/").elements("Name"), IsEmpty());
+}
+
+TEST_F(Buckets, WithNamesThatS3TakesAreTaken) {
+    for (const std::string& name :
+         {std::string("abc"), std::string(63, 'a'), std::string("1.2.3"), std::string("1.2.3.4.5"),
+          std::string("a.b.c.d"), std::string("a--b"), std::string("x-s3"), std::string("a-s3alias-b")})
+        EXPECT_EQ(client.put("/" + name, "").status, 200) << name;
 }
 
 TEST_F(Buckets, WithALocationThatIsNoneAreRefused) {
@@ -91,6 +109,63 @@ TEST_F(Buckets, WithALocationThatIsNoneAreRefused) {
     EXPECT_EQ(client.put("/demo", start + "eu&#13;&#10;x: y" + end).element("Code"),
               "InvalidLocationConstraint");
     EXPECT_EQ(client.put("/demo", "<Other/>").element("Code"), "MalformedXML");
+    EXPECT_THROW(server.createBucket("demo", "eu west"), std::invalid_argument);
+    EXPECT_THROW(server.createBucket("demo", ""), std::invalid_argument);
+}
+
+struct Unconfigured {
+    const char* subresource;
+    int status;
+    /// The error's code, or the root element that comes without anything in it.
+    const char* word;
+};
+
+TEST_F(Buckets, SayOfEachConfigurationThatTheyHaveNone) {
+    server.createBucket("demo");
+    const Unconfigured cases[] = {
+        {"accelerate", 200, "AccelerateConfiguration"},
+        {"cors", 404, "NoSuchCORSConfiguration"},
+        {"encryption", 404, "ServerSideEncryptionConfigurationNotFoundError"},
+        {"lifecycle", 404, "NoSuchLifecycleConfiguration"},
+        {"logging", 200, "BucketLoggingStatus"},
+        {"notification", 200, "NotificationConfiguration"},
+        {"object-lock", 404, "ObjectLockConfigurationNotFoundError"},
+        {"ownershipControls", 404, "OwnershipControlsNotFoundError"},
+        {"policy", 404, "NoSuchBucketPolicy"},
+        {"policyStatus", 404, "NoSuchBucketPolicy"},
+        {"publicAccessBlock", 404, "NoSuchPublicAccessBlockConfiguration"},
+        {"replication", 404, "ReplicationConfigurationNotFoundError"},
+        {"tagging", 404, "NoSuchTagSet"},
+        {"versioning", 200, "VersioningConfiguration"},
+        {"website", 404, "NoSuchWebsiteConfiguration"},
+    };
+    for (const auto& [subresource, status, word] : cases) {
+        const Answer answer = client.get(std::string("/demo?") + subresource);
+        EXPECT_EQ(answer.status, status) << subresource;
+        if (status == 404)
+            EXPECT_EQ(answer.element("Code"), word);
+        else
+            EXPECT_THAT(answer.body,
+                        HasSubstr(std::string("\n<") + word +
+                                  " xmlns=\"http://s3.amazonaws.com/doc/2006-03-01/\"></" + word + ">"));
+        EXPECT_EQ(client.get(std::string("/nothing?") + subresource).element("Code"), "NoSuchBucket");
+        EXPECT_EQ(client.put(std::string("/demo?") + subresource, "").element("Code"), "NotImplemented");
+    }
+    EXPECT_EQ(client.get("/demo?requestPayment").element("Payer"), "BucketOwner");
+}
+
+TEST_F(Buckets, AndTheirObjectsAreTheirOwnersAlone) {
+    server.createBucket("demo");
+    server.putObject("demo", "k", "x");
+    for (const char* const target : {"/demo?acl", "/demo/k?acl"}) {
+        const Answer answer = client.get(target);
+        EXPECT_EQ(answer.status, 200);
+        EXPECT_THAT(answer.elements("ID"), ElementsAre("s3server", "s3server"));
+        EXPECT_THAT(answer.elements("Permission"), ElementsAre("FULL_CONTROL"));
+        EXPECT_THAT(answer.body, HasSubstr(" xsi:type=\"CanonicalUser\">"));
+    }
+    EXPECT_EQ(client.get("/demo/nothing?acl").element("Code"), "NoSuchKey");
+    EXPECT_EQ(client.put("/demo/k?acl", "").element("Code"), "NotImplemented");
 }
 
 }  // namespace

@@ -84,6 +84,7 @@ Client::~Client() {
 }
 
 void Client::signAs(const std::string& accessKey, const std::string& secretKey, const std::string& region) {
+    curl_easy_setopt(easy_, CURLOPT_PATH_AS_IS, 0L);
     curl_easy_setopt(easy_, CURLOPT_AWS_SIGV4, ("aws:amz:" + region + ":s3").c_str());
     curl_easy_setopt(easy_, CURLOPT_USERNAME, accessKey.c_str());
     curl_easy_setopt(easy_, CURLOPT_PASSWORD, secretKey.c_str());

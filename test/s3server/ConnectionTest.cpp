@@ -55,6 +55,28 @@ TEST_F(Connections, EndWhenTheClientWantsItOrSpeaksTheOldProtocol) {
     EXPECT_THAT(exchange("GET /demo/k HTTP/1.0\r\nHost: h\r\n\r\n"), testing::EndsWith("\r\n\r\nhello"));
 }
 
+TEST_F(Connections, StayOpenForAClientOfTheOldProtocolThatAsksForIt) {
+    RawConnection connection(server.port());
+    for (int i = 0; i < 2; ++i) {
+        connection.send("GET /demo/k HTTP/1.0\r\nConnection: keep-alive\r\n\r\n");
+        EXPECT_THAT(connection.readThrough("hello"), HasSubstr("\r\nConnection: keep-alive\r\n"));
+    }
+    connection.send("GET /demo/k HTTP/1.0\r\n\r\n");
+    EXPECT_THAT(connection.readToEnd(), HasSubstr("\r\nConnection: close\r\n"));
+    EXPECT_EQ(server.connections(), 1u);
+}
+
+TEST_F(Connections, SayNothingOfStayingOpenToAClientOfTodaysProtocol) {
+    RawConnection connection(server.port());
+    connection.send("GET /demo/k HTTP/1.1\r\nHost: h\r\nConnection: keep-alive\r\n\r\n");
+    EXPECT_THAT(connection.readThrough("hello"), testing::Not(HasSubstr("\r\nConnection:")));
+}
+
+TEST_F(Connections, SendAClientOfTheOldProtocolNoInterimResponse) {
+    EXPECT_THAT(exchange("PUT /demo/a HTTP/1.0\r\nExpect: 100-continue\r\nContent-Length: 3\r\n\r\nabc"),
+                StartsWith("HTTP/1.1 200 OK\r\n"));
+}
+
 TEST_F(Connections, AskForTheBodyAtOnce) {
     RawConnection connection(server.port());
     connection.send("PUT /demo/a HTTP/1.1\r\nHost: h\r\nExpect: 100-continue\r\nContent-Length: 3\r\n\r\n");

@@ -9,6 +9,8 @@
 namespace s3server::test {
 namespace {
 
+using testing::ElementsAre;
+
 Request requestFor(const std::string& bucket, const std::string& key) {
     Request request;
     request.method = "GET";
@@ -22,9 +24,16 @@ bool befalls(FaultPlan& plan, const std::string& operation = "GetObject", const 
     return plan.take(operation, requestFor(bucket, key)).has_value();
 }
 
+std::vector<std::string> texts(const FaultPlan& plan) {
+    std::vector<std::string> texts;
+    for (const Fault& fault : plan.faults())
+        texts.push_back(fault.text());
+    return texts;
+}
+
 TEST(FaultPlan, LetsTheSkippedPassAndEndsAfterTheTimes) {
     FaultPlan plan;
-    plan.add(Fault::reset().skip(1).times(2));
+    plan.add({Fault::reset().skip(1).times(2)});
     EXPECT_FALSE(befalls(plan));
     EXPECT_TRUE(befalls(plan));
     EXPECT_EQ(plan.left(), 1u);
@@ -35,7 +44,7 @@ TEST(FaultPlan, LetsTheSkippedPassAndEndsAfterTheTimes) {
 
 TEST(FaultPlan, LooksAtOperationBucketKeyAndMethod) {
     FaultPlan plan;
-    plan.add(Fault::reset().on("GetObject").inBucket("b").forKey("k").withMethod("GET"));
+    plan.add({Fault::reset().on("GetObject").inBucket("b").forKey("k").withMethod("GET")});
     EXPECT_FALSE(befalls(plan, "HeadObject"));
     EXPECT_FALSE(befalls(plan, "GetObject", "other"));
     EXPECT_FALSE(befalls(plan, "GetObject", "b", "other"));
@@ -44,14 +53,54 @@ TEST(FaultPlan, LooksAtOperationBucketKeyAndMethod) {
 
 TEST(FaultPlan, TakesTheFirstPlannedThatMatches) {
     FaultPlan plan;
-    plan.add(Fault::status(503).on("PutObject"));
-    plan.add(Fault::cutAfter(1));
-    plan.add(Fault::cutAfter(2));
-    const auto action = plan.take("GetObject", requestFor("b", "k"));
-    ASSERT_TRUE(action);
-    ASSERT_TRUE(std::holds_alternative<fault::CutAfter>(*action));
-    EXPECT_EQ(std::get<fault::CutAfter>(*action).bytes, 1u);
+    plan.add({Fault::status(503).on("PutObject")});
+    plan.add({Fault::cutAfter(1)});
+    plan.add({Fault::cutAfter(2)});
+    const auto taken = plan.take("GetObject", requestFor("b", "k"));
+    ASSERT_TRUE(taken);
+    ASSERT_TRUE(std::holds_alternative<fault::CutAfter>(taken->action));
+    EXPECT_EQ(std::get<fault::CutAfter>(taken->action).bytes, 1u);
     EXPECT_EQ(plan.left(), 2u);
+}
+
+TEST(FaultPlan, TellsWhatIsLeftOfEach) {
+    FaultPlan plan;
+    plan.add({Fault::reset().skip(2).times(3), Fault::stall().times(0), Fault::status(503).on("PutObject")});
+    befalls(plan);
+    EXPECT_THAT(texts(plan), ElementsAre("reset+1*3", "503:PutObject"));
+    befalls(plan);
+    befalls(plan);
+    EXPECT_THAT(texts(plan), ElementsAre("reset*2", "503:PutObject"));
+}
+
+TEST(FaultPlan, ReplacesWhatIsLeft) {
+    FaultPlan plan;
+    plan.add({Fault::reset().times(3)});
+    plan.replace({Fault::cutAfter(7)});
+    EXPECT_THAT(texts(plan), ElementsAre("cut=7"));
+    plan.replace({});
+    EXPECT_FALSE(befalls(plan));
+}
+
+TEST(FaultPlan, HoldsNobodyWhoWasReleasedBeforeTheWaitBegan) {
+    FaultPlan plan;
+    plan.add({Fault::stall()});
+    const auto taken = plan.take("GetObject", requestFor("b", "k"));
+    plan.replace({});
+    EXPECT_TRUE(plan.waitForRelease(taken->releases));
+}
+
+TEST(FaultText, IsWrittenAsItIsRead) {
+    for (const char* const text :
+         {"503", "503=SlowDown", "error-in-200=InternalError", "reply=418", "reply=200,%3Ctea%2F%3E%40%2A",
+          "cut=1000", "delay=250", "stall", "reset", "reset-after-headers", "close",
+          "503=ServiceUnavailable+1*2:GetObject@demo/a/b@:*+.bin", "stall@demo", "reset*100"})
+        EXPECT_EQ(Fault::parse(text).text(), text);
+}
+
+TEST(FaultText, LeavesOutWhatItHasNoWordsFor) {
+    EXPECT_EQ(Fault::reply(200, {{"x-a", "b"}}, "c").withMethod("GET").text(), "reply=200,c");
+    EXPECT_EQ(Fault::errorIn200("").text(), "error-in-200");
 }
 
 TEST(FaultText, NamesStatusTimesSkipOperationAndPlace) {

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
+#include <array>
+#include <atomic>
 #include <future>
+#include <thread>
 
 #include "Client.hpp"
 #include "s3server/Server.hpp"
@@ -128,9 +131,88 @@ TEST_F(Faults, HoldAnAnswerUntilItIsReleased) {
     while (server.plannedFaultsLeft() != 0)
         std::this_thread::yield();
     EXPECT_EQ(client.get("/demo/k").status, 200) << "others aren't held";
-    while (answer.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready)
-        server.releaseStalled();
+    server.releaseStalled();
     EXPECT_EQ(answer.get().body, "0123456789");
+}
+
+TEST_F(Faults, EndWhenTheyAreReset) {
+    server.plan({Fault::stall(), Fault::status(503).times(7)});
+    auto held = std::async(std::launch::async, [this] { return Client(server.endpoint()).get("/demo/k"); });
+    while (server.plannedFaultsLeft() != 7)
+        std::this_thread::yield();
+    ASSERT_EQ(server.plannedFaults().size(), 1u);
+    EXPECT_EQ(server.plannedFaults().front().text(), "503*7");
+    server.resetFaults();
+    EXPECT_EQ(held.get().body, "0123456789");
+    EXPECT_EQ(server.plannedFaults().size(), 0u);
+    EXPECT_EQ(client.get("/demo/k").status, 200);
+    server.plan(Fault::status(503));
+    EXPECT_EQ(client.get("/demo/k").status, 503) << "new ones may be planned";
+}
+
+/// Threads that ask for an object until they are told to stop.
+class Readers {
+public:
+    explicit Readers(const Server& server) {
+        for (auto& reader : threads_)
+            reader = std::thread([this, endpoint = server.endpoint()] {
+                Client client(endpoint);
+                while (!stopping_)
+                    ++statuses_[client.get("/demo/k").status == 503 ? 1 : 0];
+            });
+    }
+    ~Readers() { stop(); }
+    Readers(const Readers&) = delete;
+    Readers& operator=(const Readers&) = delete;
+
+    void stop() {
+        stopping_ = true;
+        for (auto& reader : threads_)
+            if (reader.joinable()) reader.join();
+    }
+    std::uint64_t failures() const { return statuses_[1]; }
+    std::uint64_t all() const { return statuses_[0] + statuses_[1]; }
+
+private:
+    std::array<std::thread, 3> threads_;
+    std::array<std::atomic<std::uint64_t>, 2> statuses_{};
+    std::atomic<bool> stopping_{false};
+};
+
+TEST_F(Faults, PlannedWhileRequestsRunBefallExactlyAsManyAsPlanned) {
+    constexpr unsigned rounds = 20;
+    Readers readers(server);
+    const auto planRounds = [this] {
+        for (unsigned i = 0; i < rounds; ++i)
+            server.plan({Fault::status(503).times(1), Fault::status(503).skip(1).times(2)});
+    };
+    std::thread other(planRounds);
+    planRounds();
+    other.join();
+    while (server.plannedFaultsLeft() != 0)
+        std::this_thread::yield();
+    readers.stop();
+    EXPECT_EQ(readers.failures(), 2 * rounds * 3);
+    const RequestCounts counts = server.requestCounts();
+    EXPECT_EQ(counts.at({"GetObject", 503}), readers.failures());
+    EXPECT_EQ(counts.at({"GetObject", 200}), readers.all() - readers.failures());
+}
+
+TEST_F(Faults, MayBeResetAndListedWhileRequestsRun) {
+    Readers readers(server);
+    for (int i = 0; i < 100 || readers.all() < 100; ++i) {
+        server.plan({Fault::status(503).times(1000), Fault::stall()});
+        for (const Fault& fault : server.plannedFaults())
+            EXPECT_FALSE(fault.text().empty());
+        server.resetFaults();
+    }
+    EXPECT_EQ(server.plannedFaultsLeft(), 0u);
+    readers.stop();
+    std::uint64_t counted = 0;
+    for (const auto& [request, count] : server.requestCounts())
+        counted += count;
+    EXPECT_EQ(counted, readers.all());
+    EXPECT_EQ(client.get("/demo/k").status, 200);
 }
 
 TEST_F(Faults, DontKeepTheServerFromStopping) {

@@ -111,6 +111,30 @@ TEST(Program, StartsWithItsBucketsAndFaults) {
     EXPECT_EQ(client.head("/", {{"Host", "other.s3.test"}}).header("x-amz-bucket-region"), "us-east-1");
 }
 
+TEST(Program, TakesFaultsWhileItRuns) {
+    const Program program(
+        {"--no-auth", "--bucket", "demo", "--control-port", "0", "--fault", "reset:PutObject"});
+    Client client(program.endpoint());
+    const std::string told = program.line();
+    EXPECT_THAT(told, MatchesRegex("s3server takes control requests on 127.0.0.1:[0-9]+"));
+    Client control(told.substr(told.rfind(' ') + 1));
+    EXPECT_EQ(client.get("/demo").status, 200);
+    EXPECT_EQ(control.post("/faults", "503:ListObjects").body, "reset:PutObject\n503:ListObjects\n");
+    EXPECT_EQ(client.get("/demo").status, 503);
+    control.remove("/faults");
+    EXPECT_EQ(client.put("/demo/k", "x").status, 200);
+    EXPECT_EQ(control.get("/requests").body, "ListObjects 200 1\nListObjects 503 1\nPutObject 200 1\n");
+}
+
+TEST(Program, KeepsNoMoreThanItsMemory) {
+    const Program program({"--no-auth", "--bucket", "demo", "--memory", "1MiB"});
+    Client client(program.endpoint());
+    EXPECT_EQ(client.put("/demo/k", std::string(900'000, 'x')).status, 200);
+    const Answer refused = client.put("/demo/other", std::string(900'000, 'x'));
+    EXPECT_EQ(refused.status, 507);
+    EXPECT_EQ(refused.element("MaxStorage"), "1048576");
+}
+
 TEST(Program, TakesItsKeysFromTheEnvironment) {
     const Program program({"--bucket", "demo"},
                           {"S3SERVER_ACCESS_KEY=me", "S3SERVER_SECRET_KEY=very-secret"});
@@ -175,9 +199,15 @@ TEST(Program, RefusesBadUsageInOneLine) {
         {{"--nonsense"}, "--nonsense"},
         {{"--port", "99999"}, "99999"},
         {{"--fault", "explode"}, "'explode' is no kind of fault"},
+        {{"--control-port", "99999"}, "99999"},
+        {{"--memory", "lots"}, "lots"},
+        {{"--memory", "-1"}, "-1"},
         {{"--tls-cert", "a.pem"}, "--tls-key"},
         {{"--bucket", "demo", "--bucket", "demo"}, "'demo' exists"},
         {{"--bucket", ":eu-west-3"}, "bucket's name"},
+        {{"--bucket", "Bad Name"}, "'Bad Name' can't be a bucket's name in S3"},
+        {{"--bucket", "demo:"}, "'' can't be a region"},
+        {{"--bucket", "demo:Eu West"}, "'Eu West' can't be a region"},
     };
     for (const auto& [arguments, complaint] : cases) {
         Program program(arguments);

@@ -13,7 +13,9 @@ namespace {
 
 using testing::ElementsAre;
 using testing::Eq;
+using testing::IsEmpty;
 using testing::Optional;
+using testing::Pair;
 
 Options openToAll() {
     Options options;
@@ -78,6 +80,35 @@ TEST(Server, RecordsEveryRequest) {
     EXPECT_EQ(requests[2].status, 405);
     server.forgetRequests();
     EXPECT_TRUE(server.requests().empty());
+}
+
+TEST(Server, RemembersTheLatestRequestsAndCountsThemAll) {
+    Options options = openToAll();
+    options.rememberedRequests = 2;
+    Server server(options);
+    server.createBucket("demo");
+    Client client(server.endpoint());
+    for (const char* const target : {"/demo/1", "/demo/2", "/", "/demo/3"})
+        client.get(target);
+    client.send("PATCH", "/demo");
+
+    const auto requests = server.requests();
+    ASSERT_EQ(requests.size(), 2u);
+    EXPECT_EQ(requests[0].target, "/demo/3");
+    EXPECT_EQ(requests[1].method, "PATCH");
+    EXPECT_THAT(server.requestCounts(), ElementsAre(Pair(Pair("", 405), 1u), Pair(Pair("GetObject", 404), 3u),
+                                                    Pair(Pair("ListBuckets", 200), 1u)));
+    server.forgetRequests();
+    EXPECT_THAT(server.requestCounts(), IsEmpty());
+}
+
+TEST(Server, RemembersNoRequestIfItShouldnt) {
+    Options options = openToAll();
+    options.rememberedRequests = 0;
+    Server server(options);
+    Client(server.endpoint()).get("/");
+    EXPECT_THAT(server.requests(), IsEmpty());
+    EXPECT_THAT(server.requestCounts(), ElementsAre(Pair(Pair("ListBuckets", 200), 1u)));
 }
 
 TEST(Server, CountsConnectionsAndTellsThemApart) {

@@ -53,7 +53,7 @@ void serve(EndlessClient& client) {
     Service service(options);
     service.store().createBucket({"b", "", service.now()});
     FaultPlan faults;
-    RequestLog log({});
+    RequestLog log({}, 0);
     serveConnection(client, {service, faults, log}, 1);
 }
 

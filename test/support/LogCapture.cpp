@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <iomanip>
-#include <iterator>
 #include <mutex>
 #include <ostream>
 #include <utility>
@@ -106,10 +105,16 @@ std::vector<LoggedRecord> LogCapture::records() const {
 }
 
 std::vector<std::string> LogCapture::texts() const {
-    const auto captured = records();
     std::vector<std::string> texts;
-    std::transform(captured.begin(), captured.end(), std::back_inserter(texts),
-                   [](const LoggedRecord& record) { return record.text; });
+    for (auto& record : records())
+        texts.push_back(std::move(record.text));
+    return texts;
+}
+
+std::vector<std::string> LogCapture::texts(unsigned level) const {
+    std::vector<std::string> texts;
+    for (auto& record : records())
+        if (record.level == static_cast<int>(level)) texts.push_back(std::move(record.text));
     return texts;
 }
 

@@ -24,7 +24,8 @@ std::ostream& operator<<(std::ostream& out, const LoggedRecord& record);
 
 /// Listens to some channels of the diagnostic log while it lives: enables the levels, keeps the records in
 /// the order they were pushed, and puts the masks back at its end. Records may come from any thread; a
-/// capture is made and destroyed by one. Captures of one channel nest.
+/// capture is made and destroyed by one. Captures of one channel nest: the inner one's levels are then those
+/// of the outer one, too.
 class LogCapture {
 public:
     static constexpr unsigned allLevels = 0x7FFF;
@@ -39,6 +40,9 @@ public:
 
     /// The records' texts alone.
     std::vector<std::string> texts() const;
+
+    /// Those of the records of one level.
+    std::vector<std::string> texts(unsigned level) const;
 
     /// Forgets what was captured so far.
     void clear();

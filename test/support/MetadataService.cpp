@@ -28,6 +28,12 @@ MetadataService::MetadataService(Manner manner, std::string accessKey)
 void MetadataService::give(const std::string& accessKey) {
     const std::lock_guard lock(mutex_);
     accessKey_ = accessKey;
+    givesNothing_ = false;
+}
+
+void MetadataService::giveNothing() {
+    const std::lock_guard lock(mutex_);
+    givesNothing_ = true;
 }
 
 Script MetadataService::script(Manner manner) {
@@ -58,9 +64,10 @@ std::string MetadataService::answer() const {
 
 std::string MetadataService::document() const {
     const std::lock_guard lock(mutex_);
-    return R"({"Code": "Success", "AccessKeyId": ")" + accessKey_ + R"(", "SecretAccessKey": "secret-of-)" +
-           accessKey_ + R"(", "Token": "token-of-)" + accessKey_ +
-           R"(", "Expiration": "2099-01-01T00:00:00Z"})";
+    const auto text = [this](const std::string& value) { return '"' + (givesNothing_ ? "" : value) + '"'; };
+    return R"({"Code": "Success", "AccessKeyId": )" + text(accessKey_) + R"(, "SecretAccessKey": )" +
+           text("secret-of-" + accessKey_) + R"(, "Token": )" + text("token-of-" + accessKey_) +
+           R"(, "Expiration": "2099-01-01T00:00:00Z"})";
 }
 
 }  // namespace testsupport

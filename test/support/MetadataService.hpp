@@ -26,6 +26,9 @@ public:
     /// The access key of the credentials from now on.
     void give(const std::string& accessKey);
 
+    /// From now on, credentials without any text.
+    void giveNothing();
+
     /// "http://127.0.0.1:PORT"
     std::string url() const { return "http://" + server_.endpoint(); }
 
@@ -39,6 +42,7 @@ private:
 
     mutable std::mutex mutex_;
     std::string accessKey_;
+    bool givesNothing_ = false;
     ScriptedServer server_;
 };
 

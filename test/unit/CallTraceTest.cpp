@@ -9,7 +9,6 @@
 #include <stdexcept>
 #include <storage/cloudprovider/CloudRecords.hpp>
 
-#include "S3ClientLogger.hpp"
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;

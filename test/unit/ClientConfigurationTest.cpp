@@ -1,4 +1,9 @@
+#include <aws/core/auth/AWSCredentialsProvider.h>
+
 #include <foundation/certificates/certificates.hpp>
+#include <memory>
+#include <new>
+#include <optional>
 #include <stdexcept>
 
 #include "AwsS3ClientFactory.hpp"
@@ -122,6 +127,14 @@ TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenTheLookupFails) {
     EXPECT_EQ(log.records()[0].text, proxyFailure + "boom");
 }
 
+TEST_F(ClientConfiguration, GoesOnWithoutProxyWhateverExceptionTheLookupEndsIn) {
+    expectNoProxy(
+        makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::logic_error("odd"); }));
+    expectNoProxy(makeClientConfiguration([](const std::wstring&) -> Proxies { throw std::bad_alloc(); }));
+    EXPECT_THAT(log.texts(),
+                ::testing::ElementsAre(proxyFailure + "odd", proxyFailure + std::bad_alloc().what()));
+}
+
 TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenThePreferencesCannotBeRead) {
     environment.set("ZR_PROXY_HOST", "proxy.example");
     environment.set("S3VFS_SETTINGS",
@@ -134,14 +147,24 @@ TEST_F(ClientConfiguration, GoesOnWithoutProxyWhenThePreferencesCannotBeRead) {
     EXPECT_EQ(log.records()[0].text, proxyFailure + "setting 'ProxyPort' must be text, not number");
 }
 
-TEST_F(ClientConfiguration, KeepsWhatWasSetWhenAProxysFieldsCannotBeRead) {
-    const std::wstring illFormed{static_cast<wchar_t>(0xD800)};
+const std::wstring illFormed{static_cast<wchar_t>(0xD800)};
+
+TEST_F(ClientConfiguration, KeepsTheHostWhenAProxysUserCannotBeRead) {
     const auto configuration = with({{L"proxy.example", 3128, illFormed, L"secret"}});
     EXPECT_EQ(configuration.proxyHost, "proxy.example");
     EXPECT_EQ(configuration.proxyPort, Aws::Client::ClientConfiguration().proxyPort);
     EXPECT_EQ(configuration.proxyPassword, "");
     ASSERT_EQ(log.records().size(), 1u);
     EXPECT_THAT(log.texts()[0], ::testing::StartsWith(proxyFailure));
+}
+
+TEST_F(ClientConfiguration, KeepsHostUserAndPortWhenAProxysPasswordCannotBeRead) {
+    const auto configuration = with({{L"proxy.example", 3128, L"user", illFormed}});
+    EXPECT_EQ(configuration.proxyHost, "proxy.example");
+    EXPECT_EQ(configuration.proxyUserName, "user");
+    EXPECT_EQ(configuration.proxyPort, 3128u);
+    EXPECT_EQ(configuration.proxyPassword, "");
+    EXPECT_EQ(log.records().size(), 1u);
 }
 
 TEST_F(ClientConfiguration, WritesNoRecordOfAFailedLookupUnlessItsLevelIsEnabled) {
@@ -153,6 +176,27 @@ TEST_F(ClientConfiguration, WritesNoRecordOfAFailedLookupUnlessItsLevelIsEnabled
 TEST_F(ClientConfiguration, LetsOtherThingsThanExceptionsPass) {
     EXPECT_THROW(makeClientConfiguration([](const std::wstring&) -> Proxies { throw 7; }), int);
     EXPECT_THAT(log.records(), IsEmpty());
+}
+
+/// Keeps the settings that a client is made with, which it shows to whoever resolves its endpoints.
+struct WatchingEndpoints : Aws::S3::Endpoint::S3EndpointProvider {
+    void InitBuiltInParameters(const Aws::S3::S3ClientConfiguration& configuration) override {
+        seen = configuration;
+        S3EndpointProvider::InitBuiltInParameters(configuration);
+    }
+
+    std::optional<Aws::S3::S3ClientConfiguration> seen;
+};
+
+TEST_F(ClientConfiguration, BecomesThatOfAClientWithS3sOwnSettings) {
+    using Policy = Aws::Client::AWSAuthV4Signer::PayloadSigningPolicy;
+    const auto endpoints = std::make_shared<WatchingEndpoints>();
+    makeS3Client(std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>("key", "secret"), endpoints,
+                 with({}));
+    ASSERT_TRUE(endpoints->seen);
+    EXPECT_EQ(endpoints->seen->payloadSigningPolicy, Policy::Never);
+    EXPECT_TRUE(endpoints->seen->useVirtualAddressing);
+    EXPECT_EQ(endpoints->seen->maxConnections, 1000u);
 }
 
 TEST_F(ClientConfiguration, TakesCertificatesFromTheEnvironmentUnchecked) {

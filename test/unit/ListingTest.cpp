@@ -1,5 +1,6 @@
 #include <boost/date_time/posix_time/posix_time.hpp>
 
+#include "S3CloudClientListing.hpp"
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;
@@ -119,6 +120,20 @@ TEST_F(Listing, DatesPrefixesWithTheTimeOfTheListing) {
     EXPECT_EQ(entries[0].size, 0);
     EXPECT_GE(entries[0].lastModified, before);
     EXPECT_LE(entries[0].lastModified, after);
+}
+
+TEST(PageEntries, HaveForEachPrefixTheTimeAtWhichItIsReached) {
+    ListObjectsV2Result page;
+    page.AddContents(object("a", 3, 1445412480000));
+    for (const char* const name : {"b/", "c/", "d/"})
+        page.AddCommonPrefixes(commonPrefix(name));
+    auto time = boost::posix_time::from_iso_string("20240229T120000");
+    const auto clock = [&] { return time += boost::posix_time::minutes(1); };
+    std::vector<std::string> times;
+    for (const auto& entry : storage::s3provider::pageEntries(page, clock))
+        times.push_back(entry.name + " " + boost::posix_time::to_iso_string(entry.lastModified));
+    EXPECT_THAT(times, ElementsAre("a 20151021T072800", "b/ 20240229T120100", "c/ 20240229T120200",
+                                   "d/ 20240229T120300"));
 }
 
 TEST_F(Listing, DecodesEveryNameOnce) {

@@ -4,18 +4,23 @@
 #include <fl/i18n.hpp>
 #include <future>
 #include <set>
+#include <sstream>
 
 #include "AwsS3ClientFactory.hpp"
 #include "DiagnosticRecord.hpp"
+#include "S3CloudClient.hpp"
 #include "S3ProviderFactoryV2.hpp"
 #include "support/FactoryTest.hpp"
 #include "support/ScriptedServer.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;
+using ::testing::AllOf;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
 using ::testing::SizeIs;
 
 namespace {
@@ -228,6 +233,38 @@ TEST_F(ClientFactory, LeavesTheEndpointOfUsEast1ToTheSdk) {
     amazon.expect(emptyReply);
     headBucket(*S3ProviderFactoryV2(nullptr).getClientForRegion("us-east-1"));
     EXPECT_EQ(lastRequest(amazon).header("Host"), "bucket.s3.amazonaws.com");
+}
+
+/// What requests with a small body, with a part, with a document and without a body say of their payloads.
+std::vector<std::string> payloadHashesOf(std::shared_ptr<Aws::S3::S3Client> client, ScriptedServer& server) {
+    for (int i = 0; i < 3; ++i)
+        server.expect(emptyReply);
+    server.expect({Step::send(httpReply(200, {}, "<CompleteMultipartUploadResult/>"))});
+    S3CloudClient bucket("bucket", std::move(client), {1, 0}, "eu-west-1");
+    std::istringstream in("content");
+    bucket.upload("key", in, 7);
+    bucket.uploadPart("key", "id", {0, 0, 7, ""}, in);
+    bucket.stat("key");
+    bucket.completeMultipartUpload("key", "id", {});
+    std::vector<std::string> hashes;
+    for (const auto& request : server.requests())
+        if (request.method != "CONNECT") hashes.push_back(request.header("x-amz-content-sha256"));
+    return hashes;
+}
+
+TEST_F(ClientFactory, LeavesPayloadsUnsignedWhereTlsProtectsThem) {
+    EXPECT_THAT(payloadHashesOf(factory.getClientForRegion("eu-west-1"), amazon),
+                AllOf(SizeIs(4), Each("UNSIGNED-PAYLOAD")));
+}
+
+TEST_F(ClientFactory, SignsPayloadsWhereNothingElseProtectsThem) {
+    const std::string ofContent = "ed7002b439e9ac845f22357d822bac1444730fbdb6016d3ec9432297b9ec9f73";
+    const std::string ofNothing = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
+    ScriptedServer plain;
+    environment.set("ZR_AWS_PROXY", "OFF");
+    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "http://" + plain.endpoint());
+    EXPECT_THAT(payloadHashesOf(factory.getClientForBucket("bucket"), plain),
+                ElementsAre(ofContent, ofContent, ofNothing, MatchesRegex("[0-9a-f]{64}")));
 }
 
 TEST_F(ClientFactory, TakesNewSettingsForNewRegionsOnly) {

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "AwsS3ClientFactory.hpp"
+#include "CredentialsSources.hpp"
 #include "ZRCredentialsProviderChain.hpp"
 #include "support/FactoryTest.hpp"
 #include "support/ScriptedServer.hpp"
@@ -103,6 +104,24 @@ void expectKeys(const Aws::Auth::AWSCredentials& credentials, const std::string&
     EXPECT_EQ(credentials.GetAWSAccessKeyId(), key);
     EXPECT_EQ(credentials.GetAWSSecretKey(), secret);
     EXPECT_EQ(credentials.GetSessionToken(), token);
+}
+
+template <typename Provider>
+bool isA(const Aws::Auth::AWSCredentialsProvider& source) {
+    return dynamic_cast<const Provider*>(&source) != nullptr;
+}
+
+// That the SDK reads the environment, too, can't be told from what the chain gives: the host reads it first.
+TEST_F(CredentialsChain, AsksThreeOfTheSdksOwnSourcesAfterTheHosts) {
+    using namespace Aws::Auth;
+    std::vector<std::shared_ptr<AWSCredentialsProvider>> sources;
+    for (const auto& source : storage::s3provider::credentialsSources)
+        sources.push_back(source.make());
+    ASSERT_EQ(sources.size(), 4u);
+    EXPECT_FALSE(isA<EnvironmentAWSCredentialsProvider>(*sources[0]));
+    EXPECT_TRUE(isA<EnvironmentAWSCredentialsProvider>(*sources[1]));
+    EXPECT_TRUE(isA<ProfileConfigFileAWSCredentialsProvider>(*sources[2]));
+    EXPECT_TRUE(isA<InstanceProfileCredentialsProvider>(*sources[3]));
 }
 
 TEST_F(CredentialsChain, TakesTheEnvironmentsKeysAndAsksNobodyElse) {

@@ -75,6 +75,9 @@ public:
     /// (=MILLISECONDS), error-in-200 (=CODE), stall, reset, reset-after-headers and close. Throws
     /// std::invalid_argument.
     static Fault parse(std::string_view text);
+    /// What parse() makes the same fault of, apart from what it has no words for: the method, and the headers
+    /// of a reply.
+    std::string text() const;
 
     /// Only requests of that operation, such as "GetObject".
     Fault& on(std::string operation);

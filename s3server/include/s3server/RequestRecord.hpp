@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "s3server/Headers.hpp"
 
@@ -32,5 +34,8 @@ struct RequestRecord {
     /// The first header of that name, given in lower case.
     std::optional<std::string> header(std::string_view name) const;
 };
+
+/// How many requests there were of each operation, empty for what is none, with each status, 0 for no answer.
+using RequestCounts = std::map<std::pair<std::string, int>, std::uint64_t>;
 
 }  // namespace s3server

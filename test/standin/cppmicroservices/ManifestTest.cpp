@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Archive.hpp"
-#include "bundle/ResourceArchive.hpp"
+#include "bundle/BundleFile.hpp"
 
 namespace {
 

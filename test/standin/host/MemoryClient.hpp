@@ -14,8 +14,8 @@
 
 namespace testsupport {
 
-/// A bucket in memory that lists like S3, remembers what it is asked, and misbehaves as told. Uploads in
-/// parts aren't there.
+/// A bucket in memory that lists like S3, remembers what it is asked, and misbehaves as told. Of uploads
+/// in parts it remembers that it was asked, and does nothing.
 class MemoryClient : public storage::cloudprovider::CloudClient {
 public:
     using EntryInfo = storage::cloudprovider::EntryInfo;
@@ -88,15 +88,36 @@ public:
         objects[key] = content.str();
     }
 
-    std::vector<PartInfo> listParts(const std::string&) override { return {}; }
-    std::string startMultipartUpload(const std::string&, const std::string&) override { return {}; }
-    std::string uploadPart(const std::string&, const std::string&, const PartInfo&, std::istream&) override {
+    std::vector<PartInfo> listParts(const std::string& key) override {
+        note("listParts " + key);
         return {};
     }
-    std::string reusePart(const std::string&, const std::string&, const PartInfo&) override { return {}; }
-    void abortMultipartUpload(const std::string&, const std::string&) override {}
-    void completeMultipartUpload(const std::string&, const std::string&,
-                                 const std::vector<PartInfo>&) override {}
+
+    std::string startMultipartUpload(const std::string& key, const std::string&) override {
+        note("startMultipartUpload " + key);
+        return "id";
+    }
+
+    std::string uploadPart(const std::string& key, const std::string& uploadId, const PartInfo& info,
+                           std::istream&) override {
+        note("uploadPart " + key + " " + uploadId + " " + std::to_string(info.Index));
+        return "tag";
+    }
+
+    std::string reusePart(const std::string& key, const std::string& uploadId,
+                          const PartInfo& info) override {
+        note("reusePart " + key + " " + uploadId + " " + std::to_string(info.Index));
+        return "tag";
+    }
+
+    void abortMultipartUpload(const std::string& key, const std::string& uploadId) override {
+        note("abortMultipartUpload " + key + " " + uploadId);
+    }
+
+    void completeMultipartUpload(const std::string& key, const std::string& uploadId,
+                                 const std::vector<PartInfo>& parts) override {
+        note("completeMultipartUpload " + key + " " + uploadId + " " + std::to_string(parts.size()));
+    }
 
 private:
     void note(std::string call) {

@@ -16,7 +16,8 @@ enum class FolderPolicy {
 /// client yet. With `checkRoot`, stat of the root asks whether the bucket can be used, and throws if not.
 ///
 /// Throws std::invalid_argument without a client. The provider's failures are those of the client, and
-/// ResourceNotFoundException with the identifier "no_such_key" for a file that can't be opened.
+/// ResourceNotFoundException with the identifier "no_such_key" for a file that can't be opened. The client is
+/// handed no key that useKeyCheck() has refused: that is UnaddressableKey.
 std::shared_ptr<foundation::storage::provider::IProvider> buildCloudProvider(
     std::shared_ptr<CloudClient> client, FolderPolicy policy, bool checkRoot);
 

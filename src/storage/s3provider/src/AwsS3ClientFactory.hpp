@@ -18,6 +18,8 @@
 /// environment. A variable that is set but empty counts as not set.
 namespace storage::s3provider {
 
+struct RegionSource;
+
 /// The proxies for a URL, the preferred one first; empty: none is to be used.
 using ProxyLookup = std::function<std::vector<webproxy::ProxyInfo>(const std::wstring& url)>;
 
@@ -49,6 +51,9 @@ S3ClientConfiguration getRetrySettings();
 /// The region the user chose: `AWS_DEFAULT_REGION`, `AWS_REGION`, or that of the profile `AWS_PROFILE` (else
 /// "default") in the shared credentials file and then in the shared config file. Empty: none was chosen.
 std::string regionFromEnvironment();
+
+/// The region that one of `regionSources` holds; empty when it has none.
+std::string regionFromSource(const RegionSource& source);
 
 /// The region of a profile in a file whose sections are named by the bare profile; empty without one. An
 /// unreadable file holds none.

@@ -2,14 +2,18 @@
 
 #include <aws/core/auth/AWSCredentialsProvider.h>
 
-#include <cstdint>
 #include <foundation/certificates/certificates.hpp>
 #include <string>
+
+#include "NumberParsing.hpp"
 
 /// The places that are asked how to reach a bucket, in the order of asking. What makes clients goes by these
 /// tables, and so can whoever explains what it did. Each is read anew whenever it is asked; a variable that
 /// is set but empty counts as not set.
 namespace storage::s3provider {
+
+/// The value of an environment variable in UTF-8, bytes that aren't text replaced; empty when it isn't set.
+std::string environmentText(const char* variable);
 
 /// A place where the user may have chosen a region: a variable, or a file with profiles.
 struct RegionSource {
@@ -23,9 +27,6 @@ inline constexpr RegionSource regionSources[] = {
     {nullptr, &Aws::Auth::ProfileConfigFileAWSCredentialsProvider::GetCredentialsProfileFilename},
     {nullptr, &Aws::Auth::GetConfigProfileFilename},
 };
-
-/// The region that a place holds; empty when it has none.
-std::string regionFrom(const RegionSource& source);
 
 /// The profile whose region counts in the files: `AWS_PROFILE`, else "default".
 std::string regionProfile();
@@ -53,13 +54,8 @@ inline constexpr CertificateSource certificateFile{"ZR_ROOT_CERT_FILE",
 inline constexpr CertificateSource certificateFolder{"ZR_ROOT_CERT_PATH",
                                                      &foundation::certificates::getSystemCertificatesFolder};
 
-/// A number that says how downloads are repeated.
-struct RetrySetting {
-    const char* variable;
-    std::int64_t defaultValue;
-};
-
-inline constexpr RetrySetting attemptsSetting{"ZR_AWS_GETDATA_ATTEMPTS", 5};
-inline constexpr RetrySetting retryTimeSetting{"ZR_AWS_RETRYTIMEMS", 1000};
+/// How downloads are repeated.
+inline constexpr NumberSetting attemptsSetting{"ZR_AWS_GETDATA_ATTEMPTS", 5};
+inline constexpr NumberSetting retryTimeSetting{"ZR_AWS_RETRYTIMEMS", 1000};
 
 }  // namespace storage::s3provider

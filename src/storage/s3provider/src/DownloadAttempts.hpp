@@ -6,10 +6,16 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "S3ClientConfiguration.hpp"
 
 namespace storage::s3provider {
+
+/// The bytes from `first` to `last`, both included, as an HTTP Range value: "bytes=100-199".
+inline std::string byteRange(std::uint64_t first, std::uint64_t last) {
+    return "bytes=" + std::to_string(first) + "-" + std::to_string(last);
+}
 
 /// Sends one GetObject for bytes `start` to `end`, both included; for the whole object when start >= end.
 using ByteSource = std::function<Aws::S3::Model::GetObjectOutcome(std::uint64_t start, std::uint64_t end)>;

@@ -6,11 +6,14 @@
 #include <storage/cloudprovider/CloudException.hpp>
 #include <utility>
 
-#include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3ErrorTranslation.hpp"
 
 namespace storage::s3provider {
+
+foundation::log::diagnostic_logger& s3ClientLogger() {
+    static foundation::log::diagnostic_logger logger("storage::s3provider::S3Client");
+    return logger;
+}
 
 S3CloudClient::S3CloudClient(std::string bucket, std::shared_ptr<Aws::S3::S3Client> client,
                              S3ClientConfiguration configuration, std::string configuredRegion)
@@ -19,8 +22,7 @@ S3CloudClient::S3CloudClient(std::string bucket, std::shared_ptr<Aws::S3::S3Clie
       m_client(std::move(client)),
       m_configuredRegion(std::move(configuredRegion)) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
-    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket,
-              " m_configuredRegion=", m_configuredRegion);
+    logArguments(" m_configuredRegion=", m_configuredRegion);
 }
 
 S3CloudClient::~S3CloudClient() = default;

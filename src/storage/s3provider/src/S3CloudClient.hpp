@@ -13,9 +13,15 @@
 #include <string>
 #include <vector>
 
+#include "CallTrace.hpp"
+#include "DiagnosticRecord.hpp"
 #include "S3ClientConfiguration.hpp"
 
 namespace storage::s3provider {
+
+/// The logger of the cloud client, channel "storage::s3provider::S3Client". Made on first use, it lives until
+/// the library is unloaded. Any thread.
+foundation::log::diagnostic_logger& s3ClientLogger();
 
 /// One S3 bucket as the host's cloud client. An operation is one S3 request on the calling thread (`download`
 /// repeats it; an error that nothing explains costs one GetBucketLocation more), and a failed one ends in one
@@ -85,6 +91,20 @@ public:
     ~S3CloudClient() override;
 
 private:
+    // The record of an operation's arguments: the bucket, then `pieces`, names (" key=") and values by turns.
+    template <class... Pieces>
+    void logArguments(const Pieces&... pieces) const {
+        logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, pieces...);
+    }
+
+    // The result of a request that succeeded, which lives as long as `outcome`; raises the failure of any
+    // other.
+    template <class Outcome>
+    const auto& resultOrRaise(const Outcome& outcome) {
+        if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
+        return outcome.GetResult();
+    }
+
     // The end of every failed request: its record, then its exception.
     [[noreturn]] void raiseFailure(const Aws::Client::AWSError<Aws::S3::S3Errors>& error);
 

@@ -1,10 +1,10 @@
+#include "S3CloudClientListing.hpp"
+
 #include <aws/s3/model/ListObjectsV2Request.h>
 
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <storage/cloudprovider/utils.hpp>
 
-#include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 #include "UrlDecode.hpp"
 
@@ -28,7 +28,9 @@ Aws::S3::Model::ListObjectsV2Request pageRequest(const std::string& bucket, cons
     return request;
 }
 
-std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& page) {
+}  // namespace
+
+std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& page, const Clock& now) {
     std::vector<EntryInfo> entries;
     entries.reserve(page.GetContents().size() + page.GetCommonPrefixes().size());
     for (const auto& object : page.GetContents()) {
@@ -36,25 +38,19 @@ std::vector<EntryInfo> pageEntries(const Aws::S3::Model::ListObjectsV2Result& pa
                              cloudprovider::utils::long2Ptime(object.GetLastModified().Millis()));
     }
     for (const auto& prefix : page.GetCommonPrefixes()) {
-        const auto now = boost::posix_time::microsec_clock::universal_time();
-        entries.emplace_back(urlDecode(prefix.GetPrefix()), 0, now);
+        entries.emplace_back(urlDecode(prefix.GetPrefix()), 0, now());
     }
     return entries;
 }
 
-}  // namespace
-
 std::vector<EntryInfo> S3CloudClient::list(const std::string& prefix, std::string& continuationToken,
                                            const cloudprovider::ListOptions& options) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
-    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " prefix=", prefix,
-              " continuationToken=", continuationToken, " options=", options);
+    logArguments(" prefix=", prefix, " continuationToken=", continuationToken, " options=", options);
 
     const auto outcome = m_client->ListObjectsV2(pageRequest(m_bucket, prefix, continuationToken, options));
-    if (!outcome.IsSuccess()) raiseFailure(outcome.GetError());
-
-    const auto& page = outcome.GetResult();
-    auto entries = pageEntries(page);
+    const auto& page = resultOrRaise(outcome);
+    auto entries = pageEntries(page, boost::posix_time::microsec_clock::universal_time);
     continuationToken = page.GetIsTruncated() ? page.GetNextContinuationToken() : std::string();
     logRecord(s3ClientLogger(), LogResults, "Logging found ", entries.size(), " values");
     return entries;

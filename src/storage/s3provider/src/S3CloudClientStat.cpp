@@ -4,8 +4,6 @@
 #include <storage/cloudprovider/CloudException.hpp>
 #include <storage/cloudprovider/utils.hpp>
 
-#include "CallTrace.hpp"
-#include "S3ClientLogger.hpp"
 #include "S3CloudClient.hpp"
 
 namespace storage::s3provider {
@@ -25,19 +23,16 @@ bool meansInvalidBucket(S3Errors type) {
 
 boost::optional<EntryInfo> S3CloudClient::stat(const std::string& key) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
-    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket, " key=", key);
+    logArguments(" key=", key);
 
     Aws::S3::Model::HeadObjectRequest request;
     request.SetBucket(m_bucket);
     request.SetKey(key);
     const auto outcome = m_client->HeadObject(request);
-    if (outcome.IsSuccess()) {
-        const auto& result = outcome.GetResult();
-        return EntryInfo(key, result.GetContentLength(),
-                         cloudprovider::utils::long2Ptime(result.GetLastModified().Millis()));
-    }
     try {
-        raiseFailure(outcome.GetError());
+        const auto& object = resultOrRaise(outcome);
+        return EntryInfo(key, object.GetContentLength(),
+                         cloudprovider::utils::long2Ptime(object.GetLastModified().Millis()));
     } catch (const cloudprovider::ResourceNotFoundException&) {
         return boost::none;
     }
@@ -45,7 +40,7 @@ boost::optional<EntryInfo> S3CloudClient::stat(const std::string& key) {
 
 void S3CloudClient::checkRootValidity(const std::string&) {
     const CallTrace trace(s3ClientLogger(), S3PROVIDER_CALL_SITE);
-    logRecord(s3ClientLogger(), LogArguments, " m_bucket=", m_bucket);
+    logArguments();
 
     Aws::S3::Model::HeadBucketRequest request;
     request.SetBucket(m_bucket);

@@ -13,19 +13,26 @@ using foundation::storage::provider::ExceptionContext;
 
 namespace {
 
+constexpr const char* anyOtherType = "UNKNOWN";
+
 struct TypeRow {
     S3Errors type;
+    const char* word;
     Failure failure;
 };
 
-constexpr TypeRow failuresByType[] = {
-    {S3Errors::INVALID_CLIENT_TOKEN_ID, {FailureKind::InvalidCredentials, u"invalid_client_token_id"}},
+constexpr TypeRow rowsByType[] = {
+    {S3Errors::INVALID_CLIENT_TOKEN_ID,
+     "INVALID_CLIENT_TOKEN_ID",
+     {FailureKind::InvalidCredentials, u"invalid_client_token_id"}},
     {S3Errors::MISSING_AUTHENTICATION_TOKEN,
+     "MISSING_AUTHENTICATION_TOKEN",
      {FailureKind::InvalidCredentials, u"missing_authentication_token"}},
-    {S3Errors::ACCESS_DENIED, {FailureKind::PermissionDenied, u"access_denied"}},
-    {S3Errors::RESOURCE_NOT_FOUND, {FailureKind::ResourceNotFound, nullptr}},
-    {S3Errors::NO_SUCH_BUCKET, {FailureKind::ResourceNotFound, u"no_such_bucket"}},
-    {S3Errors::NO_SUCH_KEY, {FailureKind::ResourceNotFound, u"no_such_key"}},
+    {S3Errors::ACCESS_DENIED, "ACCESS_DENIED", {FailureKind::PermissionDenied, u"access_denied"}},
+    // It has a meaning but no word: outcomes call it what they call any other type.
+    {S3Errors::RESOURCE_NOT_FOUND, anyOtherType, {FailureKind::ResourceNotFound, nullptr}},
+    {S3Errors::NO_SUCH_BUCKET, "NO_SUCH_BUCKET", {FailureKind::ResourceNotFound, u"no_such_bucket"}},
+    {S3Errors::NO_SUCH_KEY, "NO_SUCH_KEY", {FailureKind::ResourceNotFound, u"no_such_key"}},
 };
 
 struct TextRow {
@@ -44,23 +51,15 @@ constexpr TextRow failuresByMessagePart[] = {
     {"403", {FailureKind::PermissionDenied, nullptr}},
 };
 
-struct WordRow {
-    S3Errors type;
-    const char* word;
-};
-
-constexpr WordRow typeWords[] = {
-    {S3Errors::INVALID_CLIENT_TOKEN_ID, "INVALID_CLIENT_TOKEN_ID"},
-    {S3Errors::MISSING_AUTHENTICATION_TOKEN, "MISSING_AUTHENTICATION_TOKEN"},
-    {S3Errors::ACCESS_DENIED, "ACCESS_DENIED"},
-    {S3Errors::NO_SUCH_BUCKET, "NO_SUCH_BUCKET"},
-    {S3Errors::NO_SUCH_KEY, "NO_SUCH_KEY"},
-};
-
+// Null without a match.
 template <class Row, std::size_t Size, class Matches>
-std::optional<Failure> firstMatch(const Row (&rows)[Size], Matches matches) {
+const Row* firstMatch(const Row (&rows)[Size], Matches matches) {
     const auto* row = std::find_if(std::begin(rows), std::end(rows), matches);
-    return row == std::end(rows) ? std::nullopt : std::optional<Failure>(row->failure);
+    return row == std::end(rows) ? nullptr : row;
+}
+
+const TypeRow* rowOf(S3Errors type) {
+    return firstMatch(rowsByType, [&](const TypeRow& row) { return row.type == type; });
 }
 
 std::optional<ExceptionContext> contextOf(const Failure& failure) {
@@ -71,18 +70,14 @@ std::optional<ExceptionContext> contextOf(const Failure& failure) {
 }  // namespace
 
 std::optional<Failure> explainError(const Aws::Client::AWSError<S3Errors>& error) {
-    const auto type = error.GetErrorType();
-    if (auto failure = firstMatch(failuresByType, [&](const TypeRow& row) { return row.type == type; })) {
-        return failure;
-    }
+    if (const auto* row = rowOf(error.GetErrorType())) return row->failure;
     const std::string_view name = error.GetExceptionName();
-    if (auto failure =
-            firstMatch(failuresByExceptionName, [&](const TextRow& row) { return row.text == name; })) {
-        return failure;
-    }
+    const auto isName = [&](const TextRow& row) { return row.text == name; };
+    if (const auto* row = firstMatch(failuresByExceptionName, isName)) return row->failure;
     const std::string_view message = error.GetMessage();
-    return firstMatch(failuresByMessagePart,
-                      [&](const TextRow& row) { return message.find(row.text) != std::string_view::npos; });
+    const auto isPart = [&](const TextRow& row) { return message.find(row.text) != std::string_view::npos; };
+    if (const auto* row = firstMatch(failuresByMessagePart, isPart)) return row->failure;
+    return std::nullopt;
 }
 
 void throwFailure(const Failure& failure) {
@@ -99,9 +94,8 @@ void throwFailure(const Failure& failure) {
 }
 
 const char* errorTypeWord(S3Errors type) {
-    const auto* row = std::find_if(std::begin(typeWords), std::end(typeWords),
-                                   [&](const WordRow& candidate) { return candidate.type == type; });
-    return row == std::end(typeWords) ? "UNKNOWN" : row->word;
+    const auto* const row = rowOf(type);
+    return row == nullptr ? anyOtherType : row->word;
 }
 
 }  // namespace storage::s3provider

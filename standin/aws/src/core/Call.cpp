@@ -7,6 +7,7 @@
 #include "core/InvocationId.hpp"
 #include "core/Redirects.hpp"
 #include "core/RequestChecks.hpp"
+#include "core/Text.hpp"
 #include "core/UnsendableRequest.hpp"
 
 namespace standin::aws {
@@ -29,11 +30,6 @@ bool methodCarriesBody(HttpMethod method) {
            method == HttpMethod::HTTP_PATCH;
 }
 
-/// As libcurl puts it into the Host header: without the scheme's own port.
-std::string hostHeader(const std::string& scheme, const std::string& authority) {
-    return authorityOf(scheme + "://" + authority);
-}
-
 bool follows(const ClientConfiguration& configuration) {
     switch (configuration.followRedirects) {
         case FollowRedirectsPolicy::ALWAYS:
@@ -46,9 +42,26 @@ bool follows(const ClientConfiguration& configuration) {
     return configuration.region != anyRegion;
 }
 
+/// What is too long once is too long again; anything else may pass.
 ExchangeError transferError(CURLcode code) {
+    if (code == CURLE_FILESIZE_EXCEEDED)
+        return {CoreErrors::NETWORK_CONNECTION, "", "The response's body is longer than it may be", false};
     return {CoreErrors::NETWORK_CONNECTION, "",
             "curlCode: " + std::to_string(code) + ", " + curl_easy_strerror(code), true};
+}
+
+/// A failure that the clock explains is told bare: worth another attempt, without what the answer's sender
+/// said of it.
+ExchangeError explainedByClock(const ExchangeError& error) {
+    ExchangeError bare(error.GetErrorType(), error.GetExceptionName(), error.GetMessage(), true);
+    bare.SetResponseHeaders(error.GetResponseHeaders());
+    bare.SetResponseCode(error.GetResponseCode());
+    return bare;
+}
+
+std::string withService(const std::string& userAgent, const std::string& serviceId) {
+    const std::string word = "api/" + serviceId;
+    return userAgent.find(word) != std::string::npos ? userAgent : userAgent + ' ' + word;
 }
 
 }  // namespace
@@ -63,7 +76,8 @@ ClientState::ClientState(const ClientConfiguration& clientConfiguration,
           return complete;
       }()),
       credentials(std::move(credentialsProvider)),
-      userAgent(Aws::Client::ComputeUserAgentString(&configuration)),
+      userAgent(configuration.userAgent.empty() ? Aws::Client::ComputeUserAgentString(&configuration)
+                                                : configuration.userAgent),
       connections(configuration) {}
 
 Call::Call(ClientState& client, const ExchangeRequest& request, const AnswerJudge& judge)
@@ -94,22 +108,21 @@ WireRequest Call::prepare(long retries) {
     wire.body = sendsBody_ ? &body_ : nullptr;
     wire.answersContent = request_.answersContent;
     client_.signer.sign(wire.headers,
-                        {Aws::Http::HttpMethodMapper::GetNameForHttpMethod(request_.method),
-                         hostHeader(request_.scheme, authority_), target_, region_, request_.signingName,
-                         payloadHash(), client_.clock.now()},
+                        {Aws::Http::HttpMethodMapper::GetNameForHttpMethod(request_.method), target_, region_,
+                         request_.signingName, payloadHash(), client_.clock.now()},
                         credentials);
     checkHeaders(wire.headers);
     return wire;
 }
 
 Headers Call::unsignedHeaders(long retries) const {
-    const ClientConfiguration& configuration = client_.configuration;
-    Headers headers = request_.headers;
+    Headers headers;
+    for (const auto& [name, value] : request_.headers)
+        headers.emplace(name, trimmed(value));
+    headers["host"] = authority_;
     headers["amz-sdk-invocation-id"] = invocationId_;
     headers["amz-sdk-request"] = attemptHeader(retries);
-    headers["user-agent"] = !configuration.userAgent.empty()
-                                ? configuration.userAgent
-                                : client_.userAgent + " api/" + request_.serviceId;
+    headers["user-agent"] = trimmed(withService(client_.userAgent, request_.serviceId));
     if (sendsBody_) headers["content-length"] = std::to_string(body_.size());
     if (request_.sendMd5) headers["content-md5"] = digests_.md5;
     return headers;
@@ -148,10 +161,8 @@ WireAnswer Call::transfer(WireRequest request) const {
 Attempt Call::judge(WireAnswer answer) {
     ExchangeReply reply;
     if (answer.code != CURLE_OK) {
-        const bool corrected = learnFrom(answer.headers, reply);
-        return {
-            failure(transferError(answer.code), static_cast<int>(HttpResponseCode::REQUEST_NOT_MADE), answer),
-            corrected};
+        const int noStatus = static_cast<int>(HttpResponseCode::REQUEST_NOT_MADE);
+        return failed(transferError(answer.code), noStatus, answer, reply);
     }
     reply.status = answer.status;
     reply.headers = answer.headers;
@@ -159,26 +170,27 @@ Attempt Call::judge(WireAnswer answer) {
     reply.body = std::move(answer.body);
     const auto error = judge_(reply);
     if (!error) return {std::move(reply), false};
-    const bool corrected = learnFrom(answer.headers, reply);
-    return {failure(*error, answer.status, answer), corrected};
+    return failed(*error, answer.status, answer, reply);
 }
 
-ExchangeError Call::failure(const ExchangeError& error, int status, const WireAnswer& answer) const {
+/// Says that the next attempt is worthwhile when it will differ in what this one may have failed for.
+Attempt Call::failed(const ExchangeError& error, int status, const WireAnswer& answer,
+                     const ExchangeReply& reply) {
     ExchangeError complete = error;
     complete.SetResponseCode(static_cast<HttpResponseCode>(status));
     complete.SetResponseHeaders(answer.headers);
     complete.SetRemoteHostIpAddress(answer.remoteAddress);
-    return complete;
+    learnHost(answer.headers, reply.otherHost);
+    const bool knowsRegion = learnRegion(answer.headers, reply.otherRegion);
+    if (learnTime(answer.headers)) return {explainedByClock(complete), true};
+    return {std::move(complete), knowsRegion};
 }
 
-/// True when the next attempt will differ in what this one may have failed for.
-bool Call::learnFrom(const Headers& headers, const ExchangeReply& reply) {
+/// True when the clock was wrong.
+bool Call::learnTime(const Headers& headers) {
     const auto time = serverTime(headers);
     knowsServerTime_ = time.has_value();
-    const bool clockCorrected =
-        time && client_.configuration.enableClockSkewAdjustment && client_.clock.adjustTo(*time);
-    learnHost(headers, reply.otherHost);
-    return learnRegion(headers, reply.otherRegion) || clockCorrected;
+    return time && client_.configuration.enableClockSkewAdjustment && client_.clock.adjustTo(*time);
 }
 
 bool Call::learnRegion(const Headers& headers, const std::string& named) {
@@ -190,12 +202,13 @@ bool Call::learnRegion(const Headers& headers, const std::string& named) {
     return true;
 }
 
-/// The next attempt is signed for the host that the answer names. A session token stays with the host it
-/// was meant for, and a signature without it would be worth nothing: then the host is kept.
+/// The next attempt, and no other, is signed for the host that the answer names, at the port of the first. A
+/// session token stays with the host it was meant for, and a signature without it would be worth nothing.
 void Call::learnHost(const Headers& headers, const std::string& named) {
     const auto location = headers.find("location");
-    const std::string authority = authorityOf(location != headers.end() ? location->second : named);
-    if (isAuthority(authority) && !usesSessionToken_) authority_ = authority;
+    const std::string host = hostOf(location != headers.end() ? location->second : named);
+    const bool taken = isAuthority(host) && !usesSessionToken_;
+    authority_ = taken ? withHost(request_.authority, host) : request_.authority;
 }
 
 }  // namespace standin::aws

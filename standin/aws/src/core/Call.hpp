@@ -25,7 +25,7 @@ struct ClientState {
     const CurlGlobal curl;
     const Aws::Client::ClientConfiguration configuration;  ///< its retry strategy is never null
     const std::shared_ptr<Aws::Auth::AWSCredentialsProvider> credentials;
-    const std::string userAgent;  ///< up to the service's part
+    const std::string userAgent;  ///< up to the service's part, unless that is there
     ConnectionPool connections;
     ServerClock clock;
     Signer signer;
@@ -48,8 +48,9 @@ private:
     std::string payloadHash() const;
     WireAnswer transfer(WireRequest request) const;
     Attempt judge(WireAnswer answer);
-    ExchangeError failure(const ExchangeError& error, int status, const WireAnswer& answer) const;
-    bool learnFrom(const Headers& headers, const ExchangeReply& reply);
+    Attempt failed(const ExchangeError& error, int status, const WireAnswer& answer,
+                   const ExchangeReply& reply);
+    bool learnTime(const Headers& headers);
     bool learnRegion(const Headers& headers, const std::string& named);
     void learnHost(const Headers& headers, const std::string& named);
 
@@ -61,7 +62,7 @@ private:
     BodyDigests digests_;
     RequestTarget target_;
     std::string invocationId_;
-    std::string authority_;
+    std::string authority_;  ///< for the next attempt
     std::string region_;
     bool knowsServerTime_ = false;
     bool usesSessionToken_ = false;

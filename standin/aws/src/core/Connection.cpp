@@ -1,11 +1,11 @@
 #include "core/Connection.hpp"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <string_view>
 
 #include "core/ConnectionOptions.hpp"
+#include "core/RequestChecks.hpp"
 #include "core/Text.hpp"
 
 namespace standin::aws {
@@ -13,8 +13,9 @@ namespace {
 
 using Aws::Http::HttpMethod;
 
-/// More than this is not set aside on a server's word alone; a longer body grows as it comes.
-constexpr curl_off_t largestReservation = 64L * 1024 * 1024;
+/// In bytes. More is not set aside on a server's word alone, a longer body grows as it comes; and more is not
+/// taken in without its word.
+constexpr curl_off_t largestUnaskedFor = 64L * 1024 * 1024;
 
 /// libcurl then finds the body's end by reading it, so that an upload answered by an error counts as
 /// unfinished and its connection, on which the server may have left bytes unread, is not used again. The
@@ -50,15 +51,17 @@ struct Receiver {
     CURL* handle;
     const WireRequest& request;
     WireAnswer& answer;
-    bool headEnded = false;   ///< the empty line behind the last answer's headers has come
-    bool overflowed = false;  ///< the body grew beyond what it may
+    bool headEnded = false;       ///< the empty line behind the last answer's headers has come
+    std::uint64_t bodyLimit = 0;  ///< in bytes; known once the body begins
+    bool overflowed = false;      ///< the body is longer, or announced to be
 };
 
 void addHeader(Headers& headers, std::string_view line) {
     const auto colon = line.find(':');
     const bool continuesAnother = !line.empty() && (line.front() == ' ' || line.front() == '\t');
     if (colon == std::string_view::npos || continuesAnother) return;
-    headers.emplace(lowerCase(trimmed(line.substr(0, colon))), trimmed(line.substr(colon + 1)));
+    const std::string_view value = line.substr(colon + 1);
+    headers.emplace(lowerCase(trimmed(line.substr(0, colon))), trimmed(value.substr(0, value.find('\xff'))));
 }
 
 /// The first answer to a request, or a further one (after 100, 417, a proxy's): the last one's body counts.
@@ -67,11 +70,19 @@ void beginAnswer(Receiver& receiver) {
     receiver.headEnded = false;
 }
 
+int statusOf(CURL* handle) {
+    long status = 0;
+    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    return static_cast<int>(status);
+}
+
 /// libcurl takes a connection that closes between two header lines for the answer's end. A head without its
-/// last line is not all of it: how long the body is, or what it is, may have been in the rest.
+/// last line is not all of it: how long the body is, or what it is, may have been in the rest. A status that
+/// is an error stays one whatever was in it.
 CURLcode resultOf(CURLcode code, const Receiver& receiver) {
     if (receiver.overflowed) return CURLE_FILESIZE_EXCEEDED;
-    return code == CURLE_OK && !receiver.headEnded ? CURLE_PARTIAL_FILE : code;
+    const bool cut = code == CURLE_OK && !receiver.headEnded && statusOf(receiver.handle) < 400;
+    return cut ? CURLE_PARTIAL_FILE : code;
 }
 
 // The callbacks run inside libcurl, which no exception may cross.
@@ -89,33 +100,34 @@ std::size_t onHeader(char* bytes, std::size_t size, std::size_t count, void* tar
     }
 }
 
-int statusOf(CURL* handle) {
-    long status = 0;
-    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
-    return static_cast<int>(status);
-}
-
-std::size_t longestBody(const Receiver& receiver) {
+/// `announced` is negative when nothing was.
+std::uint64_t longestBody(const Receiver& receiver, curl_off_t announced) {
+    const WireRequest& request = receiver.request;
     const int status = statusOf(receiver.handle);
-    const bool isContent = receiver.request.answersContent && status >= 200 && status < 300;
-    return isContent ? std::numeric_limits<std::size_t>::max() : receiver.request.longestAnswer;
+    const bool isContent = request.answersContent && status >= 200 && status < 300;
+    if (!isContent) return request.longestAnswer;
+    if (const auto wanted = rangeLength(request.headers)) return *wanted;
+    return static_cast<std::uint64_t>(announced < 0 ? largestUnaskedFor : announced);
 }
 
-void reserveForAnnounced(const Receiver& receiver) {
+void beginBody(Receiver& receiver) {
     curl_off_t announced = -1;
     curl_easy_getinfo(receiver.handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-    if (announced > 0)
-        receiver.answer.body.reserve(std::min(
-            longestBody(receiver), static_cast<std::size_t>(std::min(announced, largestReservation))));
+    receiver.bodyLimit = longestBody(receiver, announced);
+    if (announced <= 0) return;
+    receiver.overflowed = static_cast<std::uint64_t>(announced) > receiver.bodyLimit;
+    if (!receiver.overflowed)
+        receiver.answer.body.reserve(static_cast<std::size_t>(std::min(announced, largestUnaskedFor)));
 }
 
 std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* target) {
     auto& receiver = *static_cast<Receiver*>(target);
+    std::string& body = receiver.answer.body;
     try {
-        receiver.overflowed = size * count > longestBody(receiver) - receiver.answer.body.size();
+        if (body.empty()) beginBody(receiver);
+        receiver.overflowed = receiver.overflowed || size * count > receiver.bodyLimit - body.size();
         if (receiver.overflowed) return 0;
-        if (receiver.answer.body.empty()) reserveForAnnounced(receiver);
-        receiver.answer.body.append(bytes, size * count);
+        body.append(bytes, size * count);
         return size * count;
     } catch (const std::exception&) {
         return 0;
@@ -170,9 +182,16 @@ void Connection::perform(const WireRequest& request, WireAnswer& answer) {
 
     answer.code = resultOf(curl_easy_perform(handle), receiver);
     answer.status = statusOf(handle);
-    answer.remoteAddress = textInfo(handle, CURLINFO_PRIMARY_IP);
+    if (std::string address = textInfo(handle, CURLINFO_PRIMARY_IP); !address.empty())
+        answer.remoteAddress = std::move(address);
     answer.redirectUrl = textInfo(handle, CURLINFO_REDIRECT_URL);
     setOption(handle, CURLOPT_HTTPHEADER, nullptr);
+    if (answer.code != CURLE_OK) forgetConnections();
+}
+
+/// A handle's duplicate has its options, and not its connections. Without memory for one, the handle stays.
+void Connection::forgetConnections() {
+    if (CURL* const duplicate = curl_easy_duphandle(handle_.get())) handle_.reset(duplicate);
 }
 
 /// Starts from GET each time: libcurl remembers what the request before was.

@@ -17,12 +17,14 @@ namespace standin::aws {
 struct WireRequest {
     Aws::Http::HttpMethod method = Aws::Http::HttpMethod::HTTP_GET;
     std::string url;              ///< encoded
-    Headers headers;              ///< all but those libcurl adds: Host, Accept, Expect and the proxy's
+    Headers headers;  ///< all but those libcurl adds: Accept, Expect, the proxy's; Host if not here
     RequestBody* body = nullptr;  ///< not owned; null: none is sent
     /// In bytes; a longer body fails the transfer with CURLE_FILESIZE_EXCEEDED. The default is for documents:
     /// S3's longest, a page of 1000 keys of 1024 bytes, each byte encoded by three, is a quarter of it.
     std::size_t longestAnswer = std::size_t{16} * 1024 * 1024;
-    bool answersContent = false;  ///< a success's body may have any length, whatever is said above
+    /// A success brings an object's bytes instead of a document: as many as a range in `headers` asks for;
+    /// without one as many as the response announces, and 64 MiB when it announces none.
+    bool answersContent = false;
 };
 
 /// What came back, as far as it came.
@@ -31,8 +33,8 @@ struct WireAnswer {
     int status = 0;
     Headers headers;            ///< of all answers to the request; the first of equal names
     std::string body;           ///< of the last answer
-    std::string remoteAddress;  ///< empty: no connection was made
-    std::string redirectUrl;    ///< absolute; empty: not a redirect
+    std::string remoteAddress;  ///< of the last server connected to; empty: none was
+    std::string redirectUrl;    ///< as libcurl reads it, perhaps relative still; empty: not a redirect
 };
 
 /// A libcurl handle, with the connections it keeps open. For one thread at a time.
@@ -41,8 +43,11 @@ public:
     explicit Connection(const Aws::Client::ClientConfiguration& configuration);
 
     /// Sends one request and reads its answer whole; redirects are not followed. Adds to `answer.headers`,
-    /// replaces the rest of `answer`.
+    /// replaces the rest of `answer`. After a failure its connections are forgotten.
     void perform(const WireRequest& request, WireAnswer& answer);
+
+    /// As after a failure: the next request makes a connection of its own.
+    void forgetConnections();
 
 private:
     struct Cleanup {

@@ -35,11 +35,12 @@ void setTrust(CURL* handle, const ClientConfiguration& configuration) {
     if (!configuration.caFile.empty()) setOption(handle, CURLOPT_CAINFO, configuration.caFile.c_str());
 }
 
+/// A proxy is always verified.
 void setProxyTrust(CURL* handle, const ClientConfiguration& configuration) {
-    setOption(handle, CURLOPT_PROXY_SSL_VERIFYPEER, configuration.verifySSL ? 1L : 0L);
-    setOption(handle, CURLOPT_PROXY_SSL_VERIFYHOST, configuration.verifySSL ? 2L : 0L);
-    if (!configuration.caPath.empty()) setOption(handle, CURLOPT_PROXY_CAPATH, configuration.caPath.c_str());
-    if (!configuration.caFile.empty()) setOption(handle, CURLOPT_PROXY_CAINFO, configuration.caFile.c_str());
+    if (!configuration.proxyCaPath.empty())
+        setOption(handle, CURLOPT_PROXY_CAPATH, configuration.proxyCaPath.c_str());
+    if (!configuration.proxyCaFile.empty())
+        setOption(handle, CURLOPT_PROXY_CAINFO, configuration.proxyCaFile.c_str());
 }
 
 void setProxy(CURL* handle, const ClientConfiguration& configuration) {

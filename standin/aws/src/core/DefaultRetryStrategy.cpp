@@ -1,6 +1,6 @@
 #include <aws/core/client/DefaultRetryStrategy.h>
 
-#include <algorithm>
+#include <cstdint>
 
 namespace Aws::Client {
 
@@ -11,8 +11,10 @@ bool DefaultRetryStrategy::ShouldRetry(const AWSError<CoreErrors>& error, long a
 long DefaultRetryStrategy::CalculateDelayBeforeNextRetry(const AWSError<CoreErrors>& /*error*/,
                                                          long attemptedRetries) const {
     if (attemptedRetries <= 0) return 0;
-    constexpr long longestShift = 30;  // keeps any sensible scale factor within 64 bits
-    return (1L << std::min(attemptedRetries, longestShift)) * scaleFactor_;
+    // Unsigned, the doubling wraps instead of being undefined.
+    constexpr unsigned long bits = 64;
+    const auto count = static_cast<unsigned long>(attemptedRetries);
+    return static_cast<long>((std::uint64_t{1} << count % bits) * static_cast<std::uint64_t>(scaleFactor_));
 }
 
 }  // namespace Aws::Client

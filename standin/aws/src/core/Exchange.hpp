@@ -23,7 +23,7 @@ namespace standin::aws {
 struct ExchangeRequest {
     Aws::Http::HttpMethod method = Aws::Http::HttpMethod::HTTP_GET;
     std::string scheme;       ///< "http" or "https"
-    std::string authority;    ///< host or host:port, as in the Host header
+    std::string authority;    ///< host or host:port, as in the Host header: without the scheme's own port
     std::string path;         ///< starts with "/", not percent-encoded; sent segment by segment as it stands
     std::string subresource;  ///< a query name without "=", as "uploads" or "location"; empty: none
     std::vector<std::pair<std::string, std::string>> query;  ///< names and values, not percent-encoded
@@ -31,7 +31,7 @@ struct ExchangeRequest {
     std::shared_ptr<std::iostream> body;                     ///< null: no body
     bool sendMd5 = false;                                    ///< adds content-md5, of an empty body too
     bool signPayload = false;        ///< has the body's SHA-256 signed over https as well
-    bool answersContent = false;     ///< a success brings bytes of any length; other answers, 16 MiB at most
+    bool answersContent = false;     ///< a success brings an object's bytes; other answers, 16 MiB at most
     std::string signingRegion;       ///< region in the credential scope
     std::string signingName = "s3";  ///< service in the credential scope
     std::string serviceId = "S3";    ///< what the user agent says after "api/"
@@ -45,7 +45,7 @@ struct ExchangeReply {
     std::string body;
 
     /// For the next attempt, if there is one; the judge sets them when an error document names them.
-    std::string otherHost;    ///< host or host:port
+    std::string otherHost;    ///< a URL
     std::string otherRegion;  ///< heeded where the configuration's region is "aws-global"
 };
 

@@ -17,8 +17,13 @@ constexpr std::array<const char*, 3> credentialHeaders = {"authorization", "x-am
 class ParsedUrl {
 public:
     explicit ParsedUrl(const std::string& url) : handle_(curl_url()) {
-        curl_url_set(handle_.get(), CURLUPART_URL, url.c_str(),
-                     CURLU_NON_SUPPORT_SCHEME | CURLU_DEFAULT_SCHEME);
+        curl_url_set(handle_.get(), CURLUPART_URL, url.c_str(), CURLU_NON_SUPPORT_SCHEME);
+    }
+
+    /// Goes where a Location leads, blanks in it included. False when that is nowhere.
+    bool follow(const std::string& location) {
+        return curl_url_set(handle_.get(), CURLUPART_URL, location.c_str(),
+                            CURLU_NON_SUPPORT_SCHEME | CURLU_URLENCODE | CURLU_ALLOW_SPACE) == CURLUE_OK;
     }
 
     /// Empty when the URL has none.
@@ -36,46 +41,64 @@ private:
     std::unique_ptr<CURLU, Cleanup> handle_;
 };
 
-bool isHttp(const std::string& url) {
-    const std::string scheme = ParsedUrl(url).part(CURLUPART_SCHEME);
-    return scheme == "http" || scheme == "https";
+bool sameHost(const ParsedUrl& a, const ParsedUrl& b) {
+    return strcasecmp(a.part(CURLUPART_HOST).c_str(), b.part(CURLUPART_HOST).c_str()) == 0;
 }
 
-bool sameOrigin(const std::string& a, const std::string& b) {
-    const ParsedUrl left(a);
-    const ParsedUrl right(b);
-    return left.part(CURLUPART_SCHEME) == right.part(CURLUPART_SCHEME) &&
-           strcasecmp(left.part(CURLUPART_HOST).c_str(), right.part(CURLUPART_HOST).c_str()) == 0 &&
-           left.part(CURLUPART_PORT, CURLU_DEFAULT_PORT) == right.part(CURLUPART_PORT, CURLU_DEFAULT_PORT);
+bool sameOrigin(const ParsedUrl& a, const ParsedUrl& b) {
+    return sameHost(a, b) && a.part(CURLUPART_SCHEME) == b.part(CURLUPART_SCHEME) &&
+           a.part(CURLUPART_PORT, CURLU_DEFAULT_PORT) == b.part(CURLUPART_PORT, CURLU_DEFAULT_PORT);
 }
 
-bool becomesGet(HttpMethod method, int status) {
+bool becomesGet(const WireRequest& request, int status) {
+    if (request.body == nullptr || request.body->size() == 0) return false;
     switch (status) {
         case 301:
         case 302:
-            return method == HttpMethod::HTTP_POST;
+            return request.method == HttpMethod::HTTP_POST;
         case 303:
-            return method == HttpMethod::HTTP_POST || method == HttpMethod::HTTP_PUT;
+            return request.method == HttpMethod::HTTP_POST || request.method == HttpMethod::HTTP_PUT;
         default:
             return false;
     }
 }
 
+/// Where a request to `url` is redirected to; CURLE_OK when it can be sent there.
+CURLcode follow(std::string& url, const std::string& location) {
+    ParsedUrl parsed(url);
+    if (!parsed.follow(location)) return CURLE_URL_MALFORMAT;
+    url = parsed.part(CURLUPART_URL);
+    const std::string scheme = parsed.part(CURLUPART_SCHEME);
+    return scheme == "http" || scheme == "https" ? CURLE_OK : CURLE_UNSUPPORTED_PROTOCOL;
+}
+
 }  // namespace
 
-std::string authorityOf(const std::string& urlOrHost) {
-    const ParsedUrl url(urlOrHost);
-    const std::string host = url.part(CURLUPART_HOST);
-    const std::string port = url.part(CURLUPART_PORT, CURLU_NO_DEFAULT_PORT);
-    return port.empty() ? host : host + ':' + port;
+std::string hostOf(std::string_view url) {
+    constexpr std::string_view separator = "://";
+    const auto scheme = url.find(separator);
+    if (scheme == std::string_view::npos) return {};
+    url.remove_prefix(scheme + separator.size());
+    const std::string_view authority = url.substr(0, url.find_first_of("/?#"));
+    if (authority.find('@') != std::string_view::npos) return {};
+    const bool bracketed = !authority.empty() && authority.front() == '[';
+    return std::string(authority.substr(0, authority.find(':', bracketed ? authority.find(']') : 0)));
+}
+
+std::string withHost(const std::string& authority, std::string_view host) {
+    const auto colon = authority.find(':', authority.front() == '[' ? authority.find(']') : 0);
+    return std::string(host) + (colon == std::string::npos ? "" : authority.substr(colon));
 }
 
 WireRequest redirected(WireRequest request, int status, const std::string& url) {
-    if (becomesGet(request.method, status)) {
+    if (becomesGet(request, status)) {
         request.method = HttpMethod::HTTP_GET;
         request.body = nullptr;
     }
-    if (!sameOrigin(request.url, url)) {
+    const ParsedUrl before(request.url);
+    const ParsedUrl after(url);
+    if (!sameHost(before, after)) request.headers.erase("host");
+    if (!sameOrigin(before, after)) {
         for (const char* const header : credentialHeaders)
             request.headers.erase(header);
     }
@@ -87,12 +110,12 @@ WireAnswer sendFollowing(Connection& connection, WireRequest request) {
     WireAnswer answer;
     connection.perform(request, answer);
     for (int followed = 0; answer.code == CURLE_OK && !answer.redirectUrl.empty(); ++followed) {
-        if (followed == maxRedirects) {
-            answer.code = CURLE_TOO_MANY_REDIRECTS;
-        } else if (!isHttp(answer.redirectUrl)) {
-            answer.code = CURLE_UNSUPPORTED_PROTOCOL;
+        std::string url = request.url;
+        answer.code = followed == maxRedirects ? CURLE_TOO_MANY_REDIRECTS : follow(url, answer.redirectUrl);
+        if (answer.code != CURLE_OK) {
+            connection.forgetConnections();
         } else {
-            request = redirected(std::move(request), answer.status, answer.redirectUrl);
+            request = redirected(std::move(request), answer.status, url);
             connection.perform(request, answer);
         }
     }

@@ -6,11 +6,15 @@
 
 namespace standin::aws {
 
-/// Host and port of a URL, or of a bare host or host:port, as for a Host header; empty when there is none.
-std::string authorityOf(const std::string& urlOrHost);
+/// The host of a URL, even of one that is malformed otherwise; empty for a relative one, and for one that
+/// names a user, whose end not everyone sees in the same place.
+std::string hostOf(std::string_view url);
 
-/// The request that a redirect asks for: the same headers and body to another URL. The method becomes GET,
-/// without the body, where browsers have it so: after 303, and after 301 or 302 to a POST. What proves the
+/// Another host, with the port of `authority`.
+std::string withHost(const std::string& authority, std::string_view host);
+
+/// The request that a redirect asks for: the same headers and body to another URL. A body makes the method
+/// GET and is dropped where browsers have it so: after 303, and after 301 or 302 to a POST. What proves the
 /// caller's identity goes to the same scheme, host and port only.
 WireRequest redirected(WireRequest request, int status, const std::string& url);
 

@@ -6,7 +6,7 @@
 
 #include "core/SignatureV4.hpp"
 
-/// What is looked at before a request is sent, since libcurl would read more into it than was meant.
+/// What is read out of a request's parts, and looked at before libcurl reads more into them than was meant.
 namespace standin::aws {
 
 /// Whether a text names a host, with or without port, and can mean nothing else within a URL.
@@ -17,6 +17,10 @@ bool isHeaderValue(const std::string& text);
 
 /// Throws UnsendableRequest for a value that would end its header or be cut off.
 void checkHeaders(const Headers& headers);
+
+/// How many bytes the header `range` asks for at most; nothing without one, or with one of another form than
+/// "bytes=first-last" or "bytes=-count".
+std::optional<std::uint64_t> rangeLength(const Headers& headers);
 
 /// The value of content-length; nothing without. Throws UnsendableRequest when it is not a number.
 std::optional<std::uint64_t> contentLength(const Headers& headers);

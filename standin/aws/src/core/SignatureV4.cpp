@@ -1,22 +1,18 @@
 #include "core/SignatureV4.hpp"
 
+#include "core/Text.hpp"
+
 namespace standin::aws {
 namespace {
 
 constexpr std::string_view algorithm = "AWS4-HMAC-SHA256";
 
-/// Without blanks around it, and with runs of blanks made one.
+/// Without white space around it, and with runs of blanks made one. A tab stays a tab.
 std::string canonicalValue(std::string_view value) {
     std::string out;
-    for (const char c : value) {
-        const bool blank = c == ' ' || c == '\t';
-        if (!blank) {
-            out += c;
-        } else if (!out.empty() && out.back() != ' ') {
-            out += ' ';
-        }
+    for (const char c : trimmed(value)) {
+        if (c != ' ' || out.back() != ' ') out += c;
     }
-    if (!out.empty() && out.back() == ' ') out.pop_back();
     return out;
 }
 

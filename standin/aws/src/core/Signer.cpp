@@ -1,14 +1,14 @@
 #include "core/Signer.hpp"
 
+#include "core/Text.hpp"
+
 namespace standin::aws {
 namespace {
 
 /// Proxies may change a user agent, so it is not signed.
-Headers headersToSign(const Headers& headers, const std::string& host) {
-    Headers chosen = headers;
-    chosen.erase("user-agent");
-    chosen["host"] = host;
-    return chosen;
+Headers headersToSign(Headers headers) {
+    headers.erase("user-agent");
+    return headers;
 }
 
 }  // namespace
@@ -21,9 +21,9 @@ void Signer::sign(Headers& headers, const SigningContext& context,
     headers["x-amz-date"] = timestamp;
     headers["x-amz-content-sha256"] = context.payloadHash;
     if (!credentials.GetSessionToken().empty())
-        headers["x-amz-security-token"] = credentials.GetSessionToken();
+        headers["x-amz-security-token"] = trimmed(credentials.GetSessionToken());
 
-    const Headers chosen = headersToSign(headers, context.host);
+    const Headers chosen = headersToSign(headers);
     const std::string canonical =
         canonicalRequest({context.method, context.target.canonicalPath, context.target.canonicalQuery, chosen,
                           context.payloadHash});

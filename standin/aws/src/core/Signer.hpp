@@ -14,7 +14,6 @@ namespace standin::aws {
 /// What of a request to sign the caller knows besides its headers.
 struct SigningContext {
     std::string method;
-    std::string host;  ///< as in the Host header
     const RequestTarget& target;
     std::string region;
     std::string service;
@@ -25,8 +24,8 @@ struct SigningContext {
 /// Signs requests, remembering the signing key of the last day, region and secret. Thread-safe.
 class Signer {
 public:
-    /// Adds the date, the payload's hash, the session token if there is one, and the authorization. Without
-    /// access key or secret the request is left unsigned: as it is.
+    /// Adds the date, the payload's hash, the session token if there is one, and the authorization. `headers`
+    /// hold the host. Without access key or secret the request is left unsigned: as it is.
     void sign(Headers& headers, const SigningContext& context, const Aws::Auth::AWSCredentials& credentials);
 
 private:

@@ -5,7 +5,7 @@
 namespace standin::aws::s3 {
 
 OperationCall describe(const Aws::S3::Model::HeadObjectRequest& request) {
-    return objectCall(Aws::Http::HttpMethod::HTTP_HEAD, AnswerBody::Content, request);
+    return objectCall(Aws::Http::HttpMethod::HTTP_HEAD, AnswerBody::Length, request);
 }
 
 Aws::S3::Model::HeadObjectResult headObjectResult(Answer& answer) {

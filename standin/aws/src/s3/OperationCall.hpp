@@ -17,6 +17,7 @@ namespace standin::aws::s3 {
 /// What a successful answer's body is.
 enum class AnswerBody {
     Content,  ///< the caller's bytes
+    Length,   ///< none: the head tells how long the object is
     Document  ///< XML, or nothing; a document "Error" reports a failure although the status is a success
 };
 

@@ -2,7 +2,13 @@
 
 #include <algorithm>
 
+#include "core/PercentEncoding.hpp"
 #include "s3/EndpointRules.hpp"
+
+void Aws::Endpoint::AWSEndpoint::AddPathSegments(const Aws::String& segments) {
+    url_.erase(url_.find_last_not_of('/') + 1);
+    url_ += "/" + standin::aws::encodeWirePath(segments);
+}
 
 namespace Aws::S3::Endpoint {
 

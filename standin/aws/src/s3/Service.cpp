@@ -19,7 +19,8 @@ bool reportsFailure(const XmlDocument& document) {
 // An error document may name the host and the region where the request belongs.
 void noteDirections(ExchangeReply& reply, const XmlDocument& document) {
     const auto* error = findError(document);
-    reply.otherHost = trimmedChildText(error, "Endpoint");
+    const std::string host = childText(error, "Endpoint");
+    reply.otherHost = hasHttpScheme(host) ? host : "http://" + host;
     reply.otherRegion = trimmedChildText(error, "Region");
 }
 
@@ -39,6 +40,30 @@ CoreError describedBy(const ExchangeReply& reply, const Headers& headers, CoreEr
 std::string signingRegion(const Aws::Endpoint::AWSEndpoint& endpoint) {
     const auto& attributes = endpoint.GetAttributes();
     return attributes ? attributes->authScheme.GetSigningRegion().value_or("") : "";
+}
+
+/// Decoded. The service's own endpoint has none, but a request does.
+std::string pathOf(const Url& url) {
+    return url.path.empty() ? "/" : percentDecoded(url.path);
+}
+
+/// The same for an object.
+std::string pathTo(const std::string& key, Aws::Endpoint::AWSEndpoint endpoint) {
+    endpoint.AddPathSegments(key);
+    const std::string& url = endpoint.GetURL();
+    return percentDecoded(std::string_view(url).substr(url.find('/', url.find("//") + 2)));
+}
+
+/// Without it the object would seem to be empty.
+std::unique_ptr<CoreError> missingLength(const ExchangeReply& reply) {
+    if (reply.headers.count("content-length") > 0) return nullptr;
+    return std::make_unique<CoreError>(CoreErrors::UNKNOWN, "",
+                                       "The response doesn't tell the object's length", false);
+}
+
+/// A dot at its end keeps a resolver from looking for the name in the machine's own domain.
+std::string_view withoutDotAtEnd(std::string_view host) {
+    return !host.empty() && host.back() == '.' ? host.substr(0, host.size() - 1) : host;
 }
 
 bool isPort(const std::optional<unsigned>& port) {
@@ -82,15 +107,14 @@ std::variant<Answer, CoreError> Service::ask(const OperationCall& call) const {
 std::variant<ExchangeRequest, CoreError> makeRequest(const OperationCall& call,
                                                      const Aws::Endpoint::AWSEndpoint& endpoint) {
     const auto url = splitUrl(endpoint.GetURL());
-    if (!url || !isHostName(url->host) || !isPort(url->port)) {
+    if (!url || !isHostName(withoutDotAtEnd(url->host)) || !isPort(url->port)) {
         return CoreError(CoreErrors::VALIDATION, "", "Invalid DNS Label found in URI host", false);
     }
     ExchangeRequest request;
     request.method = call.method;
     request.scheme = url->scheme;
     request.authority = authorityOf(*url);
-    request.path = percentDecoded(url->path);
-    if (!call.key.empty() || request.path.empty()) request.path += "/" + call.key;
+    request.path = call.key.empty() ? pathOf(*url) : pathTo(call.key, endpoint);
     request.subresource = call.subresource;
     request.query = call.query;
     request.headers = call.headers;
@@ -106,6 +130,7 @@ std::unique_ptr<CoreError> judge(AnswerBody kind, ExchangeReply& reply,
     document.reset();
     const bool succeeded = reply.status >= 200 && reply.status < 300;
     if (succeeded && kind == AnswerBody::Content) return nullptr;
+    if (succeeded && kind == AnswerBody::Length) return missingLength(reply);
     document = documentIn(reply);
     const bool failed = !succeeded || (document && reportsFailure(*document));
     return failed ? errorIn(reply, document.get()) : nullptr;

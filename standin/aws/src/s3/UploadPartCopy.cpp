@@ -3,6 +3,14 @@
 #include "core/PercentEncoding.hpp"
 #include "s3/Operations.hpp"
 
+Aws::Http::HeaderValueCollection Aws::S3::Model::UploadPartCopyRequest::GetRequestSpecificHeaders() const {
+    Aws::Http::HeaderValueCollection headers;
+    if (CopySourceHasBeenSet())
+        headers["x-amz-copy-source"] = standin::aws::encodeCanonicalPath(GetCopySource());
+    if (CopySourceRangeHasBeenSet()) headers["x-amz-copy-source-range"] = GetCopySourceRange();
+    return headers;
+}
+
 namespace standin::aws::s3 {
 
 namespace {
@@ -21,10 +29,7 @@ OperationCall describe(const Aws::S3::Model::UploadPartCopyRequest& request) {
     call.require(request.UploadIdHasBeenSet(), "UploadId");
     call.query = {{"partNumber", std::to_string(request.GetPartNumber())},
                   {"uploadId", request.GetUploadId()}};
-    call.headers["x-amz-copy-source"] = encodeCanonicalPath(request.GetCopySource());
-    if (request.CopySourceRangeHasBeenSet()) {
-        call.headers["x-amz-copy-source-range"] = request.GetCopySourceRange();
-    }
+    call.headers.merge(request.GetRequestSpecificHeaders());
     return call;
 }
 

@@ -27,13 +27,21 @@ std::optional<Number> wholeNumber(std::string_view text, int base) {
     return value;
 }
 
-unsigned portNumber(std::string_view text) {
-    const auto number = wholeNumber<unsigned>(text, 10);
+bool isNumeric(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+unsigned portNumber(std::string_view digits) {
+    const auto number = wholeNumber<unsigned>(digits, 10);
     return number && *number <= 65535 ? *number : 0;
 }
 
 unsigned defaultPort(const std::string& scheme) {
     return scheme == "http" ? 80 : 443;
+}
+
+std::string_view withoutEmptyQuery(std::string_view text) {
+    return !text.empty() && text.back() == '?' ? text.substr(0, text.size() - 1) : text;
 }
 
 std::string_view withoutSlashesAtEnd(std::string_view text) {
@@ -56,7 +64,8 @@ bool hasHttpScheme(std::string_view text) {
 }
 
 std::optional<Url> splitUrl(std::string_view text) {
-    if (!hasHttpScheme(text) || text.find_first_of("?#") != std::string_view::npos) return std::nullopt;
+    text = withoutEmptyQuery(text);
+    if (!hasHttpScheme(text) || text.find('?') != std::string_view::npos) return std::nullopt;
     Url url;
     url.scheme = startsWith(text, httpPrefix) ? "http" : "https";
     text.remove_prefix(url.scheme.size() + 3);
@@ -64,9 +73,12 @@ std::optional<Url> splitUrl(std::string_view text) {
     const std::string_view authority = text.substr(0, text.find('/'));
     if (authority.empty()) return std::nullopt;
     url.path = withoutSlashesAtEnd(text.substr(authority.size()));
-    const auto colon = authority.find(':');
+    const auto colon = authority.find(':', authority.front() == '[' ? authority.find(']') : 0);
     url.host = authority.substr(0, colon);
-    if (colon != std::string_view::npos) url.port = portNumber(authority.substr(colon + 1));
+    if (colon == std::string_view::npos) return url;
+    const std::string_view port = authority.substr(colon + 1);
+    if (!isNumeric(port)) return std::nullopt;
+    url.port = portNumber(port);
     return url;
 }
 

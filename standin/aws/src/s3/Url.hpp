@@ -10,11 +10,12 @@ namespace standin::aws::s3 {
 struct Url {
     std::string scheme;            ///< "http" or "https"
     std::string host;              ///< as written, empty included; see isHostName()
-    std::optional<unsigned> port;  ///< 0 stands for what is no port number
+    std::optional<unsigned> port;  ///< 0 stands for none after the colon, and for one above 65535
     std::string path;              ///< still encoded, without a slash at its end; empty: none
 };
 
-/// Nothing for a text that doesn't begin with "http://" or "https://" and an authority, or has a query.
+/// Nothing for a text that doesn't begin with "http://" or "https://" and an authority, has a query that
+/// isn't empty, or other than digits for a port.
 std::optional<Url> splitUrl(std::string_view text);
 
 /// Whether the text begins with "http://" or "https://".

@@ -5,9 +5,17 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace cppmicroservices {
+
+namespace detail {
+
+/// Whether two texts differ in the case of ASCII letters at most.
+bool equalIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace detail
 
 /// Values by name, the names with or without regard to the case of ASCII letters.
 class AnyMap {

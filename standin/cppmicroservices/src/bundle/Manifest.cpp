@@ -1,6 +1,5 @@
 #include "bundle/Manifest.hpp"
 
-#include "bundle/ManifestJson.hpp"
 #include "bundle/ManifestNode.hpp"
 #include "cppmicroservices/Constants.h"
 

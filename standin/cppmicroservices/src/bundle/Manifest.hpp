@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bundle/ResourceArchive.hpp"
+#include "bundle/BundleFile.hpp"
 #include "components/ComponentDescription.hpp"
 #include "cppmicroservices/AnyMap.h"
 

@@ -1,13 +1,23 @@
 #pragma once
 
 #include "components/BoundContext.hpp"
-#include "components/ComponentHome.hpp"
 #include "components/InstanceFunctions.hpp"
+#include "cppmicroservices/BundleContext.h"
+#include "framework/FailureLog.hpp"
 #include "services/ServiceRegistry.hpp"
 
 #include <memory>
 
 namespace cppmicroservices::detail {
+
+/// Where a component of a started bundle belongs.
+struct ComponentHome {
+    unsigned long componentId;  // counts from 1 in a framework
+    long bundleId;
+    BundleContext bundle;
+    std::shared_ptr<ServiceRegistry> registry;
+    std::shared_ptr<FailureLog> log;
+};
 
 /// A component's one instance, active and registered for as long as this object lives.
 class ActiveComponent {

@@ -2,7 +2,6 @@
 
 #include "components/ActiveComponent.hpp"
 #include "components/ComponentDescription.hpp"
-#include "components/ComponentHome.hpp"
 #include "components/InstanceFunctions.hpp"
 #include "services/ServiceRegistry.hpp"
 

@@ -1,6 +1,5 @@
 #include "components/ComponentDescription.hpp"
 
-#include "bundle/ManifestJson.hpp"
 #include "bundle/ManifestNode.hpp"
 
 #include <stdexcept>

@@ -15,44 +15,44 @@ using framework::dto::ServiceReferenceDTO;
 
 namespace {
 
-BundleDTO told(const InstalledBundle& bundle) {
+BundleDTO dtoOf(const InstalledBundle& bundle) {
     return {static_cast<unsigned long>(bundle.id()), bundle.state(), bundle.manifest().symbolicName,
             bundle.manifest().version};
 }
 
-ServiceReferenceDTO told(const RegisteredService& service) {
+ServiceReferenceDTO dtoOf(const RegisteredService& service) {
     return {static_cast<unsigned long>(service.id()), static_cast<unsigned long>(service.bundleId()),
             service.properties()};
 }
 
-ReferenceDTO told(const ReferenceDescription& reference) {
+ReferenceDTO dtoOf(const ReferenceDescription& reference) {
     return {reference.name, reference.interfaceName,    "1..1", "static",
             "reluctant",    reference.target.ToString()};
 }
 
-ComponentDescriptionDTO told(const InstalledBundle& bundle, const ComponentDescription& component) {
+ComponentDescriptionDTO dtoOf(const InstalledBundle& bundle, const ComponentDescription& component) {
     ComponentDescriptionDTO description{component.name,
-                                        told(bundle),
+                                        dtoOf(bundle),
                                         Constants::SCOPE_SINGLETON,
                                         component.implementationClass,
                                         component.interfaces,
                                         component.properties,
                                         {}};
     for (const ReferenceDescription& reference : component.references)
-        description.references.push_back(told(reference));
+        description.references.push_back(dtoOf(reference));
     return description;
 }
 
-void tellReference(const ReferenceDescription& reference, const BoundService& bound,
-                   ComponentConfigurationDTO& configuration) {
+void addReference(const ReferenceDescription& reference, const BoundService& bound,
+                  ComponentConfigurationDTO& configuration) {
     if (bound.object)
         configuration.satisfiedReferences.push_back(
-            {reference.name, reference.target.ToString(), {told(*bound.service)}});
+            {reference.name, reference.target.ToString(), {dtoOf(*bound.service)}});
     else
         configuration.unsatisfiedReferences.push_back({reference.name, reference.target.ToString()});
 }
 
-ComponentConfigurationDTO told(const Component& component, const ComponentDescriptionDTO& description) {
+ComponentConfigurationDTO dtoOf(const Component& component, const ComponentDescriptionDTO& description) {
     ComponentConfigurationDTO configuration;
     configuration.description = description;
     configuration.id = component.id();
@@ -61,7 +61,7 @@ ComponentConfigurationDTO told(const Component& component, const ComponentDescri
     const auto services = bound ? *bound : component.candidates();
     const auto& references = component.description().references;
     for (std::size_t i = 0; i < references.size(); ++i)
-        tellReference(references[i], services[i], configuration);
+        addReference(references[i], services[i], configuration);
     if (bound)
         configuration.state = ComponentState::ACTIVE;
     else if (configuration.unsatisfiedReferences.empty())
@@ -78,7 +78,7 @@ std::vector<ComponentDescriptionDTO> ComponentRuntime::GetComponentDescriptionDT
         const bool isWanted = std::find(wanted.begin(), wanted.end(), Bundle(bundle)) != wanted.end();
         if (!wanted.empty() && !isWanted) continue;
         for (const auto& component : bundle->components())
-            descriptions.push_back(told(*bundle, component->description()));
+            descriptions.push_back(dtoOf(*bundle, component->description()));
     }
     return descriptions;
 }
@@ -90,7 +90,7 @@ std::vector<ComponentConfigurationDTO> ComponentRuntime::GetComponentConfigurati
         for (const auto& component : bundle->components())
             if (static_cast<unsigned long>(bundle->id()) == description.bundle.id &&
                 component->description().name == description.name)
-                configurations.push_back(told(*component, description));
+                configurations.push_back(dtoOf(*component, description));
     return configurations;
 }
 

@@ -1,6 +1,7 @@
 #include "components/InstanceFunctions.hpp"
 
 #include "cppmicroservices/servicecomponent/ComponentException.hpp"
+#include "cppmicroservices/servicecomponent/runtime/ServiceComponentRuntime.hpp"
 
 namespace cppmicroservices::detail {
 
@@ -26,3 +27,14 @@ InstanceFunctions::Instance InstanceFunctions::make() const {
 }
 
 }  // namespace cppmicroservices::detail
+
+// Defined here, so that the framework and every bundle share one type.
+namespace cppmicroservices::service::component {
+
+ComponentContext::~ComponentContext() noexcept = default;
+
+detail::ComponentInstance::~ComponentInstance() noexcept = default;
+
+runtime::ServiceComponentRuntime::~ServiceComponentRuntime() noexcept = default;
+
+}  // namespace cppmicroservices::service::component

@@ -1,4 +1,4 @@
-#include "filter/FilterNode.hpp"
+#include "filter/FilterSyntax.hpp"
 
 #include <algorithm>
 #include <optional>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <mutex>
 #include <ostream>
 #include <string>
@@ -13,7 +14,18 @@ public:
 
     /// Writes one line: the component, what it can't do ("can't be activated"), and what the exception says
     /// that is handled at the moment.
-    void report(const std::string& component, const char* failure) noexcept;
+    void report(const std::string& component, const char* failure) noexcept {
+        const std::lock_guard lock(mutex_);
+        stream_ << "component " << component << ' ' << failure;
+        try {
+            throw;
+        } catch (const std::exception& error) {
+            stream_ << ": " << error.what();
+        } catch (...) {
+            // It says nothing more.
+        }
+        stream_ << std::endl;
+    }
 
 private:
     std::mutex mutex_;

@@ -1,10 +1,12 @@
 #include "cppmicroservices/Framework.h"
 
 #include "cppmicroservices/FrameworkEvent.h"
-
+#include "cppmicroservices/FrameworkFactory.h"
 #include "framework/BundleContextPrivate.hpp"
 #include "framework/FrameworkCore.hpp"
 
+#include <iostream>
+#include <memory>
 #include <utility>
 
 namespace cppmicroservices {
@@ -34,6 +36,14 @@ Bundle::State Framework::GetState() const {
 
 BundleContext Framework::GetBundleContext() const {
     return BundleContext(std::make_shared<BundleContextPrivate>(core_));
+}
+
+Framework FrameworkFactory::NewFramework(const FrameworkConfiguration&, std::ostream* logger) {
+    return Framework(std::make_shared<detail::FrameworkCore>(logger ? *logger : std::clog));
+}
+
+Framework FrameworkFactory::NewFramework() {
+    return NewFramework({});
 }
 
 }  // namespace cppmicroservices

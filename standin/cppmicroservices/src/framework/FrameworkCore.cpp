@@ -1,6 +1,6 @@
 #include "framework/FrameworkCore.hpp"
 
-#include "bundle/ElfSection.hpp"
+#include "bundle/BundleFile.hpp"
 #include "bundle/Manifest.hpp"
 #include "components/ComponentRuntime.hpp"
 

@@ -1,7 +1,6 @@
 #include "services/RegisteredService.hpp"
 
 #include "cppmicroservices/Constants.h"
-#include "services/PropertyNames.hpp"
 #include "services/ServiceRegistry.hpp"
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "support/CurlWords.hpp"
 #include "support/Environment.hpp"
 
 using namespace standin::aws;
@@ -13,6 +14,7 @@ using Aws::Client::CoreErrors;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
+using testsupport::curlFailure;
 using testsupport::httpReply;
 using testsupport::Script;
 using testsupport::Step;
@@ -49,7 +51,7 @@ protected:
 struct BrokenAnswer {
     const char* name;
     Script script;
-    const char* message;
+    CURLcode failure;
 };
 
 class ExchangeBrokenAnswerTest : public ExchangeConnectionTest,
@@ -58,39 +60,38 @@ class ExchangeBrokenAnswerTest : public ExchangeConnectionTest,
 TEST_P(ExchangeBrokenAnswerTest, IsATransportFailure) {
     server.expect(GetParam().script);
     const ExchangeError error = failure(get());
-    EXPECT_EQ(error.GetMessage(), GetParam().message);
+    EXPECT_EQ(error.GetMessage(), curlFailure(GetParam().failure));
     EXPECT_EQ(error.GetRemoteHostIpAddress(), "127.0.0.1");
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Exchange, ExchangeBrokenAnswerTest,
     ::testing::Values(
-        BrokenAnswer{"None", {Step::close()}, "curlCode: 52, Server returned nothing (no headers, no data)"},
-        BrokenAnswer{"Reset", {Step::reset()}, "curlCode: 56, Failure when receiving data from the peer"},
+        BrokenAnswer{"None", {Step::close()}, CURLE_GOT_NOTHING},
+        BrokenAnswer{"Reset", {Step::reset()}, CURLE_RECV_ERROR},
         BrokenAnswer{"BodyCut",
                      {Step::send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhello"), Step::close()},
-                     "curlCode: 18, Transferred a partial file"},
+                     CURLE_PARTIAL_FILE},
         BrokenAnswer{
             "ErrorBodyCut",
             {Step::send("HTTP/1.1 403 Forbidden\r\nContent-Length: 100\r\n\r\n<Error/>"), Step::close()},
-            "curlCode: 18, Transferred a partial file"},
+            CURLE_PARTIAL_FILE},
         BrokenAnswer{"ChunksCut",
                      {Step::send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n"),
                       Step::close()},
-                     "curlCode: 18, Transferred a partial file"},
+                     CURLE_PARTIAL_FILE},
         BrokenAnswer{"BadChunk",
                      {Step::send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n")},
-                     "curlCode: 56, Failure when receiving data from the peer"},
-        BrokenAnswer{"NotHttp",
-                     {Step::send("SSH-2.0-OpenSSH_9.2\r\n"), Step::close()},
-                     "curlCode: 1, Unsupported protocol"}),
+                     CURLE_RECV_ERROR},
+        BrokenAnswer{
+            "NotHttp", {Step::send("SSH-2.0-OpenSSH_9.2\r\n"), Step::close()}, CURLE_UNSUPPORTED_PROTOCOL}),
     [](const auto& test) { return test.param.name; });
 
 struct CutAnswer {
     const char* name;
     Aws::Http::HttpMethod method;
     std::string bytes;         ///< whole
-    std::size_t optional = 0;  ///< bytes at its end that add nothing
+    std::size_t optional = 0;  ///< bytes at its end that not every libcurl waits for
 };
 
 class ExchangeCutAnswerTest : public ExchangeConnectionTest, public ::testing::WithParamInterface<CutAnswer> {
@@ -104,8 +105,8 @@ protected:
 };
 
 TEST_P(ExchangeCutAnswerTest, IsATransportFailureWhereverItIsCut) {
-    const std::size_t whole = GetParam().bytes.size() - GetParam().optional;
-    for (std::size_t bytes = 0; bytes < whole; ++bytes) {
+    const std::size_t whole = GetParam().bytes.size();
+    for (std::size_t bytes = 0; bytes < whole - GetParam().optional; ++bytes) {
         const auto outcome = sendAndGet(bytes);
         ASSERT_FALSE(outcome.IsSuccess()) << bytes;
         EXPECT_EQ(outcome.GetError().GetErrorType(), CoreErrors::NETWORK_CONNECTION) << bytes;
@@ -132,9 +133,30 @@ INSTANTIATE_TEST_SUITE_P(
                   "HTTP/1.1 200 OK\r\nETag: \"e\"\r\nContent-Length: 0\r\n\r\n"}),
     [](const auto& test) { return test.param.name; });
 
+TEST_F(ExchangeConnectionTest, TakesAnErrorWhoseHeadIsCutForWhatItsStatusSays) {
+    for (const char* const head : {"HTTP/1.1 404 Not Found\r\n", "HTTP/1.1 404 Not Found\r\nX-A: 1\r\n"}) {
+        for (const auto method : {Aws::Http::HttpMethod::HTTP_GET, Aws::Http::HttpMethod::HTTP_HEAD}) {
+            server.expect({Step::send(head), Step::close()});
+            ExchangeRequest request = get();
+            request.method = method;
+            const auto outcome = send(request);
+            ASSERT_FALSE(outcome.IsSuccess());
+            EXPECT_EQ(outcome.GetError().GetExceptionName(), "Refused");
+            EXPECT_EQ(static_cast<int>(outcome.GetError().GetResponseCode()), 404);
+        }
+    }
+}
+
+TEST_F(ExchangeConnectionTest, ReadsAHeadersValueUpToAByteThatNoTextHas) {
+    server.expect(
+        {Step::send("HTTP/1.1 200 OK\r\nETag: \xe9 \xff z\r\nX-\xff: b\r\nContent-Length: 0\r\n\r\n")});
+    EXPECT_THAT(send(get()).GetResult().headers,
+                ElementsAre(Pair("content-length", "0"), Pair("etag", "\xe9"), Pair("x-\xff", "b")));
+}
+
 TEST_F(ExchangeConnectionTest, FollowsNoRedirectWhoseHeadIsCut) {
     server.expect({Step::send("HTTP/1.1 307 Moved\r\nLocation: /b/moved\r\n"), Step::close()});
-    EXPECT_EQ(failure(get()).GetMessage(), "curlCode: 18, Transferred a partial file");
+    EXPECT_EQ(failure(get()).GetMessage(), curlFailure(CURLE_PARTIAL_FILE));
     EXPECT_EQ(seen().size(), 1U);
 }
 
@@ -152,7 +174,7 @@ TEST_F(ExchangeConnectionTest, HasNoAddressWithoutConnection) {
         request.authority = gone.endpoint();
     }
     const ExchangeError error = failure(request);
-    EXPECT_EQ(error.GetMessage(), "curlCode: 7, Couldn't connect to server");
+    EXPECT_EQ(error.GetMessage(), curlFailure(CURLE_COULDNT_CONNECT));
     EXPECT_EQ(error.GetRemoteHostIpAddress(), "");
     EXPECT_THAT(error.GetResponseHeaders(), IsEmpty());
 }
@@ -160,14 +182,14 @@ TEST_F(ExchangeConnectionTest, HasNoAddressWithoutConnection) {
 TEST_F(ExchangeConnectionTest, GivesUpOnSilence) {
     configuration.requestTimeoutMs = 500;
     server.expect({Step::sleep(60s)});
-    EXPECT_EQ(failure(get()).GetMessage(), "curlCode: 28, Timeout was reached");
+    EXPECT_EQ(failure(get()).GetMessage(), curlFailure(CURLE_OPERATION_TIMEDOUT));
 }
 
 TEST_F(ExchangeConnectionTest, GivesUpOnASlowAnswerWhenTheWholeRequestIsLimited) {
     configuration.httpRequestTimeoutMs = 300;
     server.expect({Step::send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n"),
                    Step::drip(std::string(1000, 'x'), 20ms)});
-    EXPECT_EQ(failure(get()).GetMessage(), "curlCode: 28, Timeout was reached");
+    EXPECT_EQ(failure(get()).GetMessage(), curlFailure(CURLE_OPERATION_TIMEDOUT));
 }
 
 TEST_F(ExchangeConnectionTest, IsUsedAgain) {

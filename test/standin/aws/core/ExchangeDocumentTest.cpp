@@ -29,7 +29,15 @@ protected:
     void expectRefusal(const ExchangeOutcome& outcome) {
         ASSERT_FALSE(outcome.IsSuccess());
         EXPECT_EQ(outcome.GetError().GetErrorType(), CoreErrors::NETWORK_CONNECTION);
-        EXPECT_EQ(outcome.GetError().GetMessage(), "curlCode: 63, Maximum file size exceeded");
+        EXPECT_EQ(outcome.GetError().GetMessage(), "The response's body is longer than it may be");
+        EXPECT_FALSE(outcome.GetError().ShouldRetry());
+    }
+
+    ExchangeRequest content(const std::string& range = "") const {
+        ExchangeRequest request = get();
+        request.answersContent = true;
+        if (!range.empty()) request.headers["range"] = range;
+        return request;
     }
 };
 
@@ -52,18 +60,49 @@ TEST_F(ExchangeDocumentTest, WithoutEndIsAnError) {
 }
 
 TEST_F(ExchangeDocumentTest, IsAlsoWhatSaysThatContentCantBeHad) {
-    auto request = get();
-    request.answersContent = true;
     answerWithoutEnd("HTTP/1.1 404 Not Found\r\nConnection: close");
-    expectRefusal(send(request));
+    expectRefusal(send(content("bytes=0-9")));
 }
 
 TEST_F(ExchangeDocumentTest, IsNotWhatContentIs) {
-    auto request = get();
-    request.answersContent = true;
-    const std::string content(17 * mebibyte, 'x');
-    server.expect({Step::send(httpReply(200, {}, content))});
-    EXPECT_EQ(bodyOf(send(request)), content);
+    const std::string bytes(65 * mebibyte, 'x');
+    server.expect({Step::send(httpReply(200, {}, bytes))});
+    EXPECT_EQ(bodyOf(send(content())), bytes);
+}
+
+TEST_F(ExchangeDocumentTest, IsNotWhatContentOfNoAnnouncedLengthIs) {
+    const std::string bytes(17 * mebibyte, 'x');
+    server.expect({Step::send("HTTP/1.1 200 OK\r\n\r\n" + bytes), Step::close()});
+    EXPECT_EQ(bodyOf(send(content())), bytes);
+    answerWithoutEnd("HTTP/1.1 200 OK\r\nConnection: close");
+    expectRefusal(send(content()));
+}
+
+TEST_F(ExchangeDocumentTest, IsNotWhatARangeIsWhichHoldsNoMoreThanWasAskedFor) {
+    for (const int status : {200, 206}) {
+        for (const char* const bytes : {"", "0123", "0123456789"}) {
+            server.expect({Step::send(httpReply(status, {}, bytes))});
+            EXPECT_EQ(bodyOf(send(content("bytes=10-19"))), bytes);
+        }
+        server.expect({Step::send(httpReply(status, {}, "01234567890"))});
+        expectRefusal(send(content("bytes=10-19")));
+        server.expect({Step::send("HTTP/1.1 206 OK\r\n\r\n01234567890"), Step::close()});
+        expectRefusal(send(content(" bytes=-10 ")));
+    }
+}
+
+TEST_F(ExchangeDocumentTest, IsNotWhatAWholeObjectIsInPlaceOfARange) {
+    for (const char* const length : {"Connection: close", "Content-Length: 9000000000"}) {
+        answerWithoutEnd("HTTP/1.1 200 OK\r\n" + std::string(length));
+        expectRefusal(send(content("bytes=0-8388607")));
+    }
+}
+
+TEST_F(ExchangeDocumentTest, IsAskedForOnceWhenItIsTooLong) {
+    configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(3, 0);
+    server.expect({Step::send(httpReply(200, {}, "01234567890"))});
+    expectRefusal(send(content("bytes=0-9")));
+    EXPECT_EQ(seen().size(), 1U);
 }
 
 // By libcurl's own bound, a third of a megabyte.

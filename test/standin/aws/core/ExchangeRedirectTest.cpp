@@ -4,6 +4,7 @@
 
 using namespace standin::aws;
 using Aws::Client::FollowRedirectsPolicy;
+using ::testing::ElementsAre;
 using ::testing::StartsWith;
 using testsupport::httpReply;
 using testsupport::ScriptedServer;
@@ -85,6 +86,48 @@ TEST_F(ExchangeRedirectTest, IsFollowedFiveTimesAndNotOnceMore) {
     EXPECT_EQ(seen().size(), 6U);
 }
 
+TEST_F(ExchangeRedirectTest, IsFollowedToALocationWithBlanks) {
+    for (const std::string& location : {here("/b/two words"), std::string("two words")}) {
+        expectRedirect(location);
+        server.expect({Step::send(httpReply(200))});
+        EXPECT_TRUE(send(get()).IsSuccess()) << location;
+        EXPECT_EQ(seen().back().target, "/b/two%20words") << location;
+    }
+}
+
+TEST_F(ExchangeRedirectTest, KeepsTheHostHeaderAtAnotherPortOfTheHost) {
+    ScriptedServer other({{Step::send(httpReply(200))}});
+    expectRedirect("http://" + other.endpoint() + "/b/k");
+    EXPECT_TRUE(send(get()).IsSuccess());
+    EXPECT_EQ(other.requests().at(0).header("Host"), server.endpoint());
+}
+
+TEST_F(ExchangeRedirectTest, KeepsTheMethodOfARequestWithoutBody) {
+    for (const auto method : {Aws::Http::HttpMethod::HTTP_POST, Aws::Http::HttpMethod::HTTP_PUT}) {
+        for (const int status : {301, 302, 303}) {
+            expectRedirect(here("/b/moved"), status);
+            server.expect({Step::send(httpReply(200))});
+            ExchangeRequest request = get();
+            request.method = method;
+            EXPECT_TRUE(send(request).IsSuccess());
+            EXPECT_EQ(seen().back().target, "/b/moved");
+            EXPECT_EQ(seen().back().method, Aws::Http::HttpMethodMapper::GetNameForHttpMethod(method));
+        }
+    }
+}
+
+TEST_F(ExchangeRedirectTest, ToNowhereIsATransportFailure) {
+    expectRedirect("http://127.0.0.1:99999/x");
+    EXPECT_THAT(send(get()).GetError().GetMessage(), StartsWith("curlCode: 3, "));
+}
+
+TEST_F(ExchangeRedirectTest, ToAServerThatIsGoneKeepsTheAddressOfTheLastThatWasThere) {
+    expectRedirect("http://" + ScriptedServer().endpoint() + "/x");
+    const auto error = send(get()).GetError();
+    EXPECT_THAT(error.GetMessage(), StartsWith("curlCode: 7, "));
+    EXPECT_EQ(error.GetRemoteHostIpAddress(), "127.0.0.1");
+}
+
 TEST_F(ExchangeRedirectTest, ToAnotherProtocolIsATransportFailure) {
     expectRedirect("ftp://127.0.0.1/x");
     EXPECT_THAT(send(get()).GetError().GetMessage(), StartsWith("curlCode: 1, "));
@@ -117,6 +160,21 @@ TEST_F(ExchangeRedirectTest, WithoutLocationIsAnAnswer) {
 class ExchangeOtherHostTest : public ExchangeTest {
 protected:
     std::string otherName() const { return "localhost:" + std::to_string(server.port()); }
+
+    /// Whom the request of each attempt named, when the first is answered so and the rest are, too.
+    std::vector<std::string> hostsAfter(const std::string& location, std::initializer_list<int> statuses) {
+        testsupport::HeaderList headers{{"Location", location}};
+        const auto before = seen().size();
+        for (const int status : statuses) {
+            server.expect({Step::send(httpReply(status, headers))});
+            headers.clear();
+        }
+        EXPECT_TRUE(send(get()).IsSuccess()) << location;
+        std::vector<std::string> hosts;
+        for (auto request = before; request < seen().size(); ++request)
+            hosts.push_back(seen().at(request).header("Host"));
+        return hosts;
+    }
 };
 
 TEST_F(ExchangeOtherHostTest, GetsTheRetryThatAFailedAnswersLocationAsksFor) {
@@ -133,10 +191,40 @@ TEST_F(ExchangeOtherHostTest, GetsTheRetryThatTheJudgeAsksFor) {
     server.expect({Step::send(httpReply(200))});
     const Exchange exchange(configuration, credentials);
     exchange.send(get(), [this](ExchangeReply& reply) {
-        reply.otherHost = otherName();
+        reply.otherHost = "http://" + otherName();
         return judgeByStatus(reply);
     });
     EXPECT_EQ(seen().at(1).header("Host"), otherName());
+}
+
+TEST_F(ExchangeOtherHostTest, IsAskedAtThePortOfTheFirst) {
+    ScriptedServer stranger;
+    const std::string location = "http://localhost:" + std::to_string(stranger.port()) + "/";
+    EXPECT_THAT(hostsAfter(location, {503, 200}), ElementsAre(server.endpoint(), otherName()));
+    EXPECT_THAT(hostsAfter("http://localhost:99999/", {503, 200}),
+                ElementsAre(server.endpoint(), otherName()));
+    EXPECT_EQ(stranger.connections(), 0U);
+}
+
+TEST_F(ExchangeOtherHostTest, IsAskedForTheNextAttemptOnly) {
+    configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(2, 0);
+    EXPECT_THAT(hostsAfter("http://localhost/", {503, 503, 200}),
+                ElementsAre(server.endpoint(), otherName(), server.endpoint()));
+}
+
+TEST_F(ExchangeOtherHostTest, IsAskedAfterARedirectThatLeadsNowhere) {
+    EXPECT_THAT(hostsAfter("http://localhost:99999/x", {307, 200}),
+                ElementsAre(server.endpoint(), otherName()));
+    EXPECT_THAT(seen().back().header("authorization"), StartsWith("AWS4-HMAC-SHA256 "));
+    EXPECT_EQ(server.connections(), 2U);
+}
+
+TEST_F(ExchangeOtherHostTest, IsNoneWhereALocationNamesNone) {
+    for (const char* const location :
+         {"/x", "localhost", "localhost/x", "//localhost/x", "?x", "http://", "http://user@localhost/x",
+          "http://localhost:x@127.0.0.1/x", "http:// localhost/x", "http://local%68ost/x"}) {
+        EXPECT_THAT(hostsAfter(location, {503, 200}), ElementsAre(server.endpoint(), server.endpoint()));
+    }
 }
 
 TEST_F(ExchangeOtherHostTest, GetsNoSessionToken) {

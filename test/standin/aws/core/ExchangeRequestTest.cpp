@@ -118,17 +118,40 @@ TEST_F(ExchangeRequestTest, GoesThroughAProxyWithItsPassword) {
                     "amz-sdk-request", "authorization", "user-agent", "x-amz-content-sha256", "x-amz-date"));
 }
 
-TEST_F(ExchangeRequestTest, SaysTheUserAgentOfTheConfiguration) {
-    configuration.userAgent = "mine/1";
-    EXPECT_EQ(sent(get()).header("user-agent"), "mine/1");
+TEST_F(ExchangeRequestTest, SaysTheUserAgentOfTheConfigurationAndTheService) {
+    for (const char* const userAgent : {"mine/1", " mine/1", "mine/1 api/S3"}) {
+        configuration.userAgent = userAgent;
+        EXPECT_TRUE(send(get()).IsSuccess());
+        EXPECT_EQ(seen().back().header("user-agent"), "mine/1 api/S3");
+        server.expect({Step::send(httpReply(200))});
+    }
 }
 
-TEST_F(ExchangeRequestTest, LeavesOutTheSchemesOwnPortFromHost) {
-    configuration.proxyHost = "127.0.0.1";
-    configuration.proxyPort = server.port();
+TEST_F(ExchangeRequestTest, NamesTheHostAsItIsWritten) {
     ExchangeRequest request = get();
-    request.authority = "s3.example.com:80";
-    EXPECT_EQ(sent(request).header("Host"), "s3.example.com");
+    request.authority = "127.1:" + std::to_string(server.port());
+    EXPECT_EQ(sent(request).header("Host"), request.authority);
+}
+
+TEST_F(ExchangeRequestTest, SendsValuesWithoutTheWhiteSpaceAroundThem) {
+    credentials = std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>("A", "S", "\t TOKEN \r\n");
+    ExchangeRequest request = get();
+    request.headers["range"] = "\n bytes=0-9\v\f ";
+    const SeenRequest seenRequest = sent(request);
+    EXPECT_EQ(seenRequest.header("x-amz-security-token"), "TOKEN");
+    EXPECT_EQ(seenRequest.header("range"), "bytes=0-9");
+}
+
+TEST_F(ExchangeRequestTest, SendsNoControlCharacterWithinAValue) {
+    for (const char* const value : {"bytes=0-9\r\nx-injected: yes", "bytes=0-9\nx: y", "bytes=0\x01-9"}) {
+        ExchangeRequest request = get();
+        request.headers["range"] = value;
+        EXPECT_EQ(send(request).GetError().GetErrorType(), Aws::Client::CoreErrors::VALIDATION);
+        configuration.userAgent = value;
+        EXPECT_EQ(send(get()).GetError().GetErrorType(), Aws::Client::CoreErrors::VALIDATION);
+        configuration.userAgent.clear();
+    }
+    EXPECT_EQ(server.connections(), 0U);
 }
 
 }  // namespace

@@ -81,6 +81,22 @@ TEST_F(ExchangeRetryTest, CorrectsItsClockOnceWhateverTheErrorAndKeepsItCorrecte
     EXPECT_LT(std::chrono::abs(signedAhead(seen().at(2)) - hour), slack);
 }
 
+TEST_F(ExchangeRetryTest, ReportsAnErrorThatItsClockExplainsAsWorthAnotherAttempt) {
+    allowRetries(0);
+    for (const int status : {404, 200})
+        server.expect(answerAhead(status, hour));
+    const Exchange exchange(configuration, credentials);
+    const ExchangeError error = exchange.send(get(), judgeByStatus).GetError();
+    EXPECT_EQ(error.GetExceptionName(), "Refused");
+    EXPECT_EQ(static_cast<int>(error.GetResponseCode()), 404);
+    EXPECT_EQ(error.GetResponseHeaders().count("date"), 1U);
+    EXPECT_TRUE(error.ShouldRetry());
+    EXPECT_EQ(error.GetRemoteHostIpAddress(), "");
+    EXPECT_EQ(seen().size(), 1U);
+    EXPECT_TRUE(exchange.send(get(), judgeByStatus).IsSuccess());
+    EXPECT_LT(std::chrono::abs(signedAhead(seen().at(1)) - hour), slack);
+}
+
 TEST_F(ExchangeRetryTest, ReadsTheServersClockFromXAmzDateToo) {
     for (const int status : {403, 200})
         server.expect(answerAhead(status, -hour, "x-amz-date"));

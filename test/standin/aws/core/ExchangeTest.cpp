@@ -155,8 +155,8 @@ TEST_F(ExchangeTest, RefusesHeaderValuesThatWouldBecomeFurtherHeaders) {
     EXPECT_TRUE(seen().empty());
 }
 
-TEST_F(ExchangeTest, RefusesATokenWithALineEndWithoutShowingIt) {
-    credentials = std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>("A", "S", "SECRETTOKEN\n");
+TEST_F(ExchangeTest, RefusesATokenOfTwoLinesWithoutShowingIt) {
+    credentials = std::make_shared<Aws::Auth::SimpleAWSCredentialsProvider>("A", "S", "SECRETTOKEN\nx");
     const auto outcome = send(get());
     EXPECT_EQ(outcome.GetError().GetErrorType(), CoreErrors::VALIDATION);
     EXPECT_THAT(outcome.GetError().GetMessage(), ::testing::Not(HasSubstr("SECRETTOKEN")));

@@ -76,6 +76,45 @@ TEST_F(ExchangeTlsTest, SendsToAnyServerWithoutVerification) {
     EXPECT_TRUE(send(over(get())).IsSuccess());
 }
 
+TEST_F(ExchangeTlsTest, ReturnsToThePlainServerThatRedirectedToOneThatFails) {
+    ScriptedServer failing({{Step::send(httpReply(500))}}, {authority.issue({"127.0.0.1"}), true});
+    server.expect({Step::send(httpReply(307, {{"Location", "https://" + failing.endpoint() + "/b/k"}}))});
+    server.expect({Step::send(httpReply(200))});
+    configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(1, 0);
+    EXPECT_TRUE(send(get()).IsSuccess());
+    EXPECT_FALSE(failing.requests().at(0).hasHeader("authorization"));
+    EXPECT_EQ(seen().at(1).header("amz-sdk-request"), "attempt=2; max=2");
+}
+
+TEST_F(ExchangeTlsTest, ReturnsToTheSecureServerThatRedirectedToOneThatFails) {
+    ScriptedServer redirecting(
+        {{Step::send(httpReply(307, {{"Location", "http://" + server.endpoint() + "/b/k"}}))},
+         {Step::send(httpReply(200))}},
+        {authority.issue({"127.0.0.1"}), true});
+    server.expect({Step::send(httpReply(500))});
+    configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(1, 0);
+    ExchangeRequest request = over(get());
+    request.authority = redirecting.endpoint();
+    EXPECT_TRUE(send(request).IsSuccess());
+    EXPECT_FALSE(seen().at(0).hasHeader("authorization"));
+    EXPECT_EQ(redirecting.requests().size(), 2U);
+}
+
+TEST_F(ExchangeTlsTest, TrustsASecureProxyByItsOwnCertificatesOnly) {
+    configuration.proxyScheme = Aws::Http::Scheme::HTTPS;
+    configuration.proxyHost = "127.0.0.1";
+    configuration.proxyPort = secure.port();
+    ExchangeRequest request = get();
+    request.authority = "b.s3.example.com";
+    EXPECT_THAT(send(request).GetError().GetMessage(), StartsWith("curlCode: 60, "));
+    configuration.verifySSL = false;
+    EXPECT_THAT(send(request).GetError().GetMessage(), StartsWith("curlCode: 60, "));
+    EXPECT_TRUE(secure.requests().empty());
+    configuration.proxyCaFile = authority.caFile();
+    EXPECT_EQ(bodyOf(send(request)), "hello");
+    EXPECT_EQ(secure.requests().at(0).target, "http://b.s3.example.com/b/k");
+}
+
 TEST_F(ExchangeTlsTest, HandsNoCredentialsToAPlainServerOnRedirect) {
     secure.expect({Step::send(httpReply(200))});
     ScriptedServer redirecting(

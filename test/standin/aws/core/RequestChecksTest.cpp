@@ -25,6 +25,21 @@ TEST(HeaderValues, AreAnythingButControlCharacters) {
         EXPECT_THROW(checkHeaders({{"a", std::string("x") + c}}), UnsendableRequest) << int{c};
 }
 
+TEST(RangeLength, IsTheNumberOfBytesAskedFor) {
+    EXPECT_EQ(rangeLength({{"range", "bytes=0-0"}}), 1U);
+    EXPECT_EQ(rangeLength({{"range", "bytes=10-19"}}), 10U);
+    EXPECT_EQ(rangeLength({{"range", "bytes=-500"}}), 500U);
+    EXPECT_EQ(rangeLength({{"range", "bytes=1-18446744073709551615"}}), 18446744073709551615U);
+}
+
+TEST(RangeLength, IsNothingForRangesOfOtherForms) {
+    EXPECT_EQ(rangeLength({}), std::nullopt);
+    for (const char* const range :
+         {"", "bytes=", "bytes=-", "bytes=5-", "bytes=5", "bytes=9-5", "bytes=0-1,4-5", "bytes=a-b",
+          "lines=0-9", "bytes=0-18446744073709551615", "bytes=0-18446744073709551616"})
+        EXPECT_EQ(rangeLength({{"range", range}}), std::nullopt) << range;
+}
+
 TEST(ContentLength, IsAWholeNumberOrNothing) {
     EXPECT_EQ(contentLength({}), std::nullopt);
     EXPECT_EQ(contentLength({{"content-length", "0"}}), 0U);

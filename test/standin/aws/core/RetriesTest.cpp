@@ -131,9 +131,15 @@ TEST(DefaultRetryStrategy, AllowsTenRetriesOfWhatIsRetryable) {
     EXPECT_EQ(strategy.GetMaxAttempts(), 11);
 }
 
-TEST(DefaultRetryStrategy, TakesAnyNumberOfRetriesWithoutOverflow) {
+TEST(DefaultRetryStrategy, CountsTheDoublingsOfADelayIn64Bits) {
     const DefaultRetryStrategy strategy(1000, 25);
-    EXPECT_GT(strategy.CalculateDelayBeforeNextRetry(error(true), 999), 0);
+    const auto delay = [&](long retries) {
+        return strategy.CalculateDelayBeforeNextRetry(error(true), retries);
+    };
+    EXPECT_EQ(delay(32), 107374182400);
+    EXPECT_EQ(delay(63), std::numeric_limits<long>::min());
+    EXPECT_EQ(delay(64), 25);
+    EXPECT_EQ(delay(100), 1717986918400);
 }
 
 }  // namespace

@@ -96,9 +96,9 @@ TEST(SignatureV4, WritesTheStringToSignOnFourLines) {
 }
 
 TEST(SignatureV4, TrimsHeaderValuesAndMakesRunsOfBlanksOne) {
-    const Headers headers{{"host", "h"}, {"x-amz-meta-a", "  two   words\t "}};
+    const Headers headers{{"host", "h"}, {"x-amz-meta-a", "\t  two   words\t\tmore\t "}};
     EXPECT_EQ(canonicalRequest({"GET", "/", "", headers, "HASH"}),
-              "GET\n/\n\nhost:h\nx-amz-meta-a:two words\n\nhost;x-amz-meta-a\nHASH");
+              "GET\n/\n\nhost:h\nx-amz-meta-a:two words\t\tmore\n\nhost;x-amz-meta-a\nHASH");
 }
 
 TEST(SignatureV4, PutsScopeNamesAndSignatureIntoTheHeader) {

@@ -15,17 +15,12 @@ namespace {
 const RequestTarget target = encodeTarget("/test.txt", "", {});
 
 SigningContext at(const char* time, const std::string& region = "us-east-1") {
-    return {"GET",
-            "h",
-            target,
-            region,
-            "s3",
-            "UNSIGNED-PAYLOAD",
-            DateTime(time, Aws::Utils::DateFormat::ISO_8601)};
+    return {
+        "GET", target, region, "s3", "UNSIGNED-PAYLOAD", DateTime(time, Aws::Utils::DateFormat::ISO_8601)};
 }
 
 std::string signedBy(Signer& signer, const SigningContext& context, const AWSCredentials& credentials) {
-    Headers headers;
+    Headers headers{{"host", "h"}};
     signer.sign(headers, context, credentials);
     return headers["authorization"];
 }
@@ -43,18 +38,17 @@ TEST(Signer, LeavesARequestAsItIsWithoutAccessKeyOrSecret) {
 TEST(Signer, SendsAndSignsTheSessionToken) {
     Signer signer;
     Headers headers;
-    signer.sign(headers, at("2013-05-24T00:00:00Z"), {"A", "S", "TOKEN"});
+    signer.sign(headers, at("2013-05-24T00:00:00Z"), {"A", "S", " TOKEN\n"});
     EXPECT_EQ(headers["x-amz-security-token"], "TOKEN");
     EXPECT_THAT(headers["authorization"], HasSubstr(";x-amz-security-token,"));
 }
 
 TEST(Signer, SignsTheHostButNotTheUserAgent) {
     Signer signer;
-    Headers headers{{"user-agent", "u"}};
+    Headers headers{{"host", "h"}, {"user-agent", "u"}};
     signer.sign(headers, at("2013-05-24T00:00:00Z"), {"A", "S"});
     EXPECT_THAT(headers["authorization"], HasSubstr("SignedHeaders=host;"));
     EXPECT_THAT(headers["authorization"], Not(HasSubstr("user-agent")));
-    EXPECT_EQ(headers.count("host"), 0U);
 }
 
 TEST(Signer, SignsAnewForAnotherDayRegionOrSecret) {

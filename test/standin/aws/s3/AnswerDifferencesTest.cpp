@@ -1,4 +1,5 @@
 #include <aws/s3/model/GetObjectRequest.h>
+#include <aws/s3/model/HeadObjectRequest.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -6,6 +7,7 @@
 #include <sstream>
 
 #include "AllOperations.hpp"
+#include "support/CurlWords.hpp"
 #include "support/ScriptedServer.hpp"
 
 using Aws::S3::S3Errors;
@@ -101,6 +103,31 @@ TEST(Redirects, TakeNoCredentialsToAnotherServer) {
     EXPECT_EQ(server.requests().at(0).header("x-amz-security-token"), "TOKEN");
     EXPECT_FALSE(stranger.requests().at(0).hasHeader("x-amz-security-token"));
     EXPECT_FALSE(stranger.requests().at(0).hasHeader("authorization"));
+}
+
+TEST(HeadsOfObjects, WithoutALengthAreErrors) {
+    ScriptedServer server({{Step::send("HTTP/1.1 200 OK\r\nETag: \"e\"\r\n\r\n")}});
+    Aws::S3::Model::HeadObjectRequest request;
+    request.SetBucket("b");
+    request.SetKey("k");
+    const auto outcome = clientOf(at(server)).HeadObject(request);
+    ASSERT_FALSE(outcome.IsSuccess());
+    EXPECT_EQ(outcome.GetError().GetErrorType(), S3Errors::UNKNOWN);
+    EXPECT_EQ(outcome.GetError().GetMessage(), "The response doesn't tell the object's length");
+    EXPECT_EQ(static_cast<int>(outcome.GetError().GetResponseCode()), 200);
+}
+
+TEST(RangesOfObjects, HoldNoMoreThanWasAskedFor) {
+    ScriptedServer server(
+        {{Step::send(httpReply(206, {}, "0123456789"))}, {Step::send(httpReply(200, {}, "01234567890"))}});
+    Aws::S3::Model::GetObjectRequest request;
+    request.SetBucket("b");
+    request.SetKey("k");
+    request.SetRange("bytes=0-9");
+    EXPECT_TRUE(clientOf(at(server)).GetObject(request).IsSuccess());
+    const auto outcome = clientOf(at(server)).GetObject(request);
+    ASSERT_FALSE(outcome.IsSuccess());
+    EXPECT_EQ(outcome.GetError().GetMessage(), "The response's body is longer than it may be");
 }
 
 TEST(ErrorBodies, OfAnXmlDeclarationAloneArentUnderstood) {
@@ -232,7 +259,7 @@ TEST_P(AnyOperation, FailsWithAnAnswerThatEndsInsideItsHead) {
         const auto error = failure();
         ASSERT_TRUE(error) << head;
         EXPECT_EQ(error->GetErrorType(), S3Errors::NETWORK_CONNECTION) << head;
-        EXPECT_EQ(error->GetMessage(), "curlCode: 18, Transferred a partial file") << head;
+        EXPECT_EQ(error->GetMessage(), testsupport::curlFailure(CURLE_PARTIAL_FILE)) << head;
         EXPECT_TRUE(error->ShouldRetry()) << head;
     }
 }

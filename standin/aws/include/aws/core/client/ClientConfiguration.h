@@ -24,7 +24,7 @@ struct ClientConfiguration {
     /// The same by the name of a profile, and without asking the machine.
     explicit ClientConfiguration(const char* profile, bool shouldDisableIMDS = false);
 
-    Aws::String userAgent;  ///< empty: the SDK's own
+    Aws::String userAgent;  ///< empty: the SDK's own; the service's part follows either
     Aws::Http::Scheme scheme = Aws::Http::Scheme::HTTPS;
     Aws::String region;
     Aws::String profileName;       ///< for credentials providers; the client itself reads no profile
@@ -49,6 +49,8 @@ struct ClientConfiguration {
     unsigned proxyPort = 0;
     Aws::String proxyUserName;
     Aws::String proxyPassword;
+    Aws::String proxyCaPath;  ///< folder of certificates trusted of an HTTPS proxy; empty: libcurl's
+    Aws::String proxyCaFile;  ///< file of certificates trusted of an HTTPS proxy; empty: libcurl's
 
     bool verifySSL = true;
     Aws::String caPath;  ///< folder of trusted certificates; empty: libcurl's

@@ -44,6 +44,10 @@ public:
     const Aws::String& GetURL() const { return url_; }
     void SetURL(Aws::String url) { url_ = std::move(url); }
 
+    /// Adds a slash and the segments, percent-encoded, to the URL's path. Every byte keeps its place: empty
+    /// and dot segments too.
+    void AddPathSegments(const Aws::String& segments);
+
     const std::optional<EndpointAttributes>& GetAttributes() const { return attributes_; }
     void SetAttributes(EndpointAttributes attributes) { attributes_ = std::move(attributes); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <aws/core/http/HttpTypes.h>
 #include <aws/core/utils/memory/stl/AWSString.h>
 #include <aws/s3/S3Request.h>
 #include <aws/s3/model/Addressing.h>
@@ -23,6 +24,9 @@ public:
     const Aws::String& GetCopySourceRange() const { return copySourceRange_.get(); }
     bool CopySourceRangeHasBeenSet() const { return copySourceRange_.isSet(); }
     void SetCopySourceRange(Aws::String copySourceRange) { copySourceRange_.set(std::move(copySourceRange)); }
+
+    /// The headers that these two become.
+    Aws::Http::HeaderValueCollection GetRequestSpecificHeaders() const;
 
 private:
     Field<Aws::String> copySource_;

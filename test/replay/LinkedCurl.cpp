@@ -1,0 +1,91 @@
+#include "replay/LinkedCurl.hpp"
+
+#include "support/CurlWords.hpp"
+#include "support/ScriptedServer.hpp"
+
+#include <curl/curl.h>
+
+#include <memory>
+#include <regex>
+#include <stdexcept>
+
+namespace replay {
+namespace {
+
+using testsupport::httpReply;
+using testsupport::ScriptedServer;
+using testsupport::Step;
+
+// The address that libcurl names when that transfer has failed.
+std::string addressAfter(const std::string& url, const std::string& proxy) {
+    const std::unique_ptr<CURL, void (*)(CURL*)> transfer(curl_easy_init(), curl_easy_cleanup);
+    curl_easy_setopt(transfer.get(), CURLOPT_URL, url.c_str());
+    curl_easy_setopt(transfer.get(), CURLOPT_PROXY, proxy.c_str());
+    curl_easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
+    if (curl_easy_perform(transfer.get()) == CURLE_OK) throw std::runtime_error(url + " can't succeed");
+    const char* address = nullptr;
+    curl_easy_getinfo(transfer.get(), CURLINFO_PRIMARY_IP, &address);
+    return address ? address : "";
+}
+
+std::string addressOfUntrusted() {
+    const testsupport::TestAuthority unknown;
+    const ScriptedServer server({}, {unknown.issue({"127.0.0.1"}), true});
+    return addressAfter("https://" + server.endpoint(), "");
+}
+
+std::string addressWithoutTunnel() {
+    const ScriptedServer proxy({{Step::connectReply(), Step::send(httpReply(503))}});
+    return addressAfter("https://server.example", "http://" + proxy.endpoint());
+}
+
+bool startsWith(const std::string& text, const char* start) {
+    return text.rfind(start, 0) == 0;
+}
+
+bool endsWithATunnel(const Json& wire) {
+    return !wire.empty() && wire.back().value("method", "") == "CONNECT";
+}
+
+void setAddress(Json& error, const std::string& address) {
+    static const std::regex line("(Resolved remote host IP address: ).*");
+    error["remote_ip"] = address;
+    error["text"] = std::regex_replace(error["text"].get<std::string>(), line, "$1" + address);
+}
+
+void takeAddresses(Json& recorded) {
+    static const std::string untrusted = addressOfUntrusted();
+    static const std::string withoutTunnel = addressWithoutTunnel();
+    for (Json& outcome : recorded["outcomes"]) {
+        if (!outcome.contains("error")) continue;
+        Json& error = outcome["error"];
+        const std::string message = error["message"];
+        if (startsWith(message, "curlCode: 60,")) setAddress(error, untrusted);
+        if (startsWith(message, "curlCode: ") && endsWithATunnel(recorded["wire"]))
+            setAddress(error, withoutTunnel);
+    }
+}
+
+bool repeatsAnUpload(const Json& recorded) {
+    const Json& wire = recorded["wire"];
+    const std::string method = wire.empty() ? "" : wire[0].value("method", "");
+    return (method == "PUT" || method == "POST") && wire.size() > recorded["outcomes"].size();
+}
+
+void takeConnections(Json& recorded, const Json& seen) {
+    if (!repeatsAnUpload(recorded)) return;
+    for (std::size_t i = 0; i < recorded["wire"].size() && i < seen["wire"].size(); ++i)
+        recorded["wire"][i]["connection"] = seen["wire"][i]["connection"];
+}
+
+}  // namespace
+
+Json asOfLinkedCurl(const Json& recorded, const Json& seen) {
+    Json expected = Json::parse(testsupport::inWordsOfCurl(recorded.dump()));
+    if (!expected.contains("wire")) return expected;
+    takeAddresses(expected);
+    takeConnections(expected, seen);
+    return expected;
+}
+
+}  // namespace replay
