@@ -193,6 +193,18 @@ TEST(Listings, SayWhereTheyGoOnWhenTruncated) {
     expectSuccess("ListObjectsV2", {page("<IsTruncated>false</IsTruncated>"), page(token)});
 }
 
+TEST(DeepListings, ArentRead) {
+    std::string page = "<Name>b</Name>";
+    for (int depth = 1; depth < 98; ++depth)
+        page = "<a>" + page + "</a>";
+    ScriptedServer server(
+        {{Step::send(httpReply(200, {}, "<ListBucketResult>" + page + "</ListBucketResult>"))}});
+    const auto error = operationOf("ListObjectsV2").failureOf(clientOf(at(server)), "b", "k");
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->GetExceptionName(), "Xml Parse Error");
+    EXPECT_EQ(error->GetMessage(), "XML_ELEMENT_DEPTH_EXCEEDED");
+}
+
 TEST(BucketLocations, AreATextOrAnEmptyElement) {
     expectFailure("GetBucketLocation", "The response lacks a location",
                   {"", "<?xml version=\"1.0\"?>", "<Other><Thing>1</Thing></Other>",
