@@ -1,5 +1,7 @@
 #include "BundleContext.hpp"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <atomic>
 #include <thread>
