@@ -1,5 +1,7 @@
 #include "S3ProviderFactoryV2Component.hpp"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <atomic>
 #include <thread>

@@ -1,4 +1,5 @@
 #include <cppmicroservices/ServiceInterface.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <cppmicroservices/servicecomponent/detail/ComponentInstanceImpl.hpp>
