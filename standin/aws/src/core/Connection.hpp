@@ -16,7 +16,7 @@ namespace standin::aws {
 /// One request as it goes on the wire.
 struct WireRequest {
     Aws::Http::HttpMethod method = Aws::Http::HttpMethod::HTTP_GET;
-    std::string url;              ///< encoded
+    std::string url;  ///< encoded
     Headers headers;  ///< all but those libcurl adds: Accept, Expect, the proxy's; Host if not here
     RequestBody* body = nullptr;  ///< not owned; null: none is sent
     /// In bytes; a longer body fails the transfer with CURLE_FILESIZE_EXCEEDED. The default is for documents:
