@@ -67,19 +67,21 @@ function(bundle_packed_by_framework target name)
 endfunction()
 
 # It links an archive of ours, as it is: what the framework has packed stands in these two properties of its own, and
-# would tell the time. An object that is made of an archive says nothing of the stack, so the linker has to be told that
-# none of it is to be executable.
+# would tell the time.
 function(bundle_linked_by_framework target name archive)
   file(MAKE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/${target}")
   set_target_properties(${target} PROPERTIES
     US_BUNDLE_NAME ${name} _us_resource_zips "${archive}" _us_resource_counter 0)
-  target_link_options(${target} PRIVATE LINKER:-z,noexecstack)
   bundle_embedded_by_framework(${target})
 endfunction()
 
-# Linked rather than appended to the file, so that the archive survives whatever strips or signs it.
+# Linked rather than appended to the file, so that the archive survives whatever strips or signs it. An ELF object that is
+# made of an archive says nothing of the stack; unless told otherwise, the linker then asks for executable ones.
 function(bundle_embedded_by_framework target)
   usFunctionEmbedResources(TARGET ${target} LINK)
   usFunctionGetResourceSource(TARGET ${target} OUT source LINK)
   target_sources(${target} PRIVATE ${source})
+  if(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF")
+    target_link_options(${target} PRIVATE LINKER:-z,noexecstack)
+  endif()
 endfunction()

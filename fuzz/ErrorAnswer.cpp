@@ -55,9 +55,10 @@ void checkHeaders(const std::map<std::string, std::string>& headers) {
 
 /// The next attempt, with its credentials, goes to the host an answer names: to no other by a trick.
 void checkDirection(const std::string& named) {
-    const std::string authority = authorityOf(named);
-    if (!isAuthority(authority)) return;
-    require(authorityOf("https://" + authority + "/path") == authority, "a host can't be read as another");
+    const std::string host = hostOf(named);
+    if (!isAuthority(host)) return;
+    require(hostOf("https://" + withHost("first.example:9000", host) + "/path") == host,
+            "a host can't be read as another");
 }
 
 void checkError(const CoreError& error) {

@@ -28,8 +28,9 @@ protected:
 };
 
 TEST_F(ComponentLife, ShowsTheHostTheManifest) {
-    EXPECT_EQ(host.plugIn().GetSymbolicName(), "com_quorvex_s3provider");
-    const auto& manifest = host.plugIn().GetHeaders();
+    const auto plugIn = host.plugIn();
+    EXPECT_EQ(plugIn.GetSymbolicName(), "com_quorvex_s3provider");
+    const auto& manifest = plugIn.GetHeaders();
     EXPECT_THAT(any_cast<std::string>(&manifest.at("identifier")), Pointee(Eq("orrery.remotedata.s3")));
     EXPECT_THAT(any_cast<std::string>(&manifest.at("scheme")), Pointee(Eq("s3")));
 }

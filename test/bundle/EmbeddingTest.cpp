@@ -48,6 +48,7 @@ TEST(Embedding, OfTheBundleIsThatSection) {
 TEST(Embedding, LeavesStacksAsTheyAre) {
     EXPECT_FALSE(wantsExecutableStacks(MANIFEST_ELF_SECTION));
     EXPECT_FALSE(wantsExecutableStacks(MANIFEST_LINKED_BY_FRAMEWORK));
+    EXPECT_FALSE(wantsExecutableStacks(MANIFEST_PACKED_BY_FRAMEWORK));
 }
 
 // The last is the way for other object formats. Its archive isn't ours; what is in it is.

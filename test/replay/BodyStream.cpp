@@ -24,6 +24,34 @@ private:
     static pos_type failed() { return pos_type(off_type(-1)); }
 };
 
+/// Has its end some bytes behind the last one it holds.
+class OverstatingBuffer : public std::stringbuf {
+public:
+    OverstatingBuffer(const std::string& content, off_type extra)
+        : std::stringbuf(content), held_(static_cast<off_type>(content.size())), extra_(extra) {}
+
+private:
+    pos_type seekoff(off_type offset, std::ios_base::seekdir from, std::ios_base::openmode) override {
+        const off_type base = from == std::ios_base::end   ? held_ + extra_
+                              : from == std::ios_base::cur ? position()
+                                                           : 0;
+        return seekpos(base + offset, std::ios_base::in);
+    }
+
+    pos_type seekpos(pos_type target, std::ios_base::openmode) override {
+        const off_type inside = std::min<off_type>(target, held_);
+        behind_ = target - inside;
+        std::stringbuf::seekpos(inside, std::ios_base::in);
+        return target;
+    }
+
+    off_type position() const { return (gptr() - eback()) + behind_; }
+
+    off_type held_;
+    off_type extra_;
+    off_type behind_ = 0;  // how far the position lies behind what is held
+};
+
 /// Has a size and a position, and throws when read.
 class ThrowingBuffer : public std::streambuf {
 public:
@@ -76,10 +104,14 @@ std::string contentOf(const Json& description) {
     return content;
 }
 
-std::unique_ptr<std::streambuf> makeBuffer(const std::string& kind, const std::string& content) {
+std::unique_ptr<std::streambuf> makeBuffer(const Json& description) {
+    const std::string kind = description.value("kind", "memory");
+    const std::string content = contentOf(description);
     if (kind == "memory") return std::make_unique<std::stringbuf>(content);
     if (kind == "file") return std::make_unique<TemporaryFileBuffer>(content);
     if (kind == "nonseekable") return std::make_unique<NonSeekableBuffer>(content);
+    if (kind == "says-longer")
+        return std::make_unique<OverstatingBuffer>(content, description.at("extra").get<std::streamoff>());
     if (kind == "throws") return std::make_unique<ThrowingBuffer>(content.size());
     throw std::runtime_error("unknown kind of body: " + kind);
 }
@@ -94,17 +126,18 @@ std::ios_base::iostate stateNamed(const std::string& name) {
 }  // namespace
 
 std::shared_ptr<std::iostream> makeBodyStream(const Json& description) {
-    auto stream =
-        std::make_shared<BodyStream>(makeBuffer(description.value("kind", "memory"), contentOf(description)));
+    if (description.value("kind", "") == "null") return nullptr;
+    auto stream = std::make_shared<BodyStream>(makeBuffer(description));
     if (description.contains("advance")) stream->seekg(description["advance"].get<std::streamoff>());
     if (description.contains("state")) stream->setstate(stateNamed(description["state"]));
     return stream;
 }
 
-Json describeAfterCall(std::iostream& stream) {
-    const std::streamoff position = stream.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-    const int state = (stream.bad() ? 1 : 0) + (stream.eof() ? 2 : 0) +
-                      ((stream.rdstate() & std::ios_base::failbit) != 0 ? 4 : 0);
+Json describeAfterCall(std::iostream* stream) {
+    if (stream == nullptr) return Json::object();
+    const std::streamoff position = stream->rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+    const int state = (stream->bad() ? 1 : 0) + (stream->eof() ? 2 : 0) +
+                      ((stream->rdstate() & std::ios_base::failbit) != 0 ? 4 : 0);
     return {{"stream_position_after", position}, {"stream_state_after", state}};
 }
 

@@ -53,11 +53,13 @@ Aws::Http::Scheme schemeNamed(const std::string& name) {
 }
 
 Aws::Client::FollowRedirectsPolicy redirectsNamed(const std::string& name) {
+    if (name == "DEFAULT") return Aws::Client::FollowRedirectsPolicy::DEFAULT;
+    if (name == "ALWAYS") return Aws::Client::FollowRedirectsPolicy::ALWAYS;
     if (name == "NEVER") return Aws::Client::FollowRedirectsPolicy::NEVER;
     throw std::runtime_error("unknown redirect policy: " + name);
 }
 
-const std::array<Setting, 22> knownSettings{{
+const std::array<Setting, 24> knownSettings{{
     {"endpoint",
      [](Settings& s, const Json& v, const Scene& scene) {
          s.configuration.endpointOverride = v.is_null() ? "" : scene.live(v);
@@ -79,6 +81,8 @@ const std::array<Setting, 22> knownSettings{{
      [](Settings& s, const Json& v, const Scene&) { s.configuration.httpRequestTimeoutMs = v; }},
     {"connectTimeoutMs",
      [](Settings& s, const Json& v, const Scene&) { s.configuration.connectTimeoutMs = v; }},
+    {"proxyScheme",
+     [](Settings& s, const Json& v, const Scene&) { s.configuration.proxyScheme = schemeNamed(v); }},
     {"proxyHost",
      [](Settings& s, const Json& v, const Scene&) { s.configuration.proxyHost = v.get<std::string>(); }},
     {"proxyPort",
@@ -87,6 +91,8 @@ const std::array<Setting, 22> knownSettings{{
      [](Settings& s, const Json& v, const Scene&) { s.configuration.proxyUserName = v.get<std::string>(); }},
     {"proxyPassword",
      [](Settings& s, const Json& v, const Scene&) { s.configuration.proxyPassword = v.get<std::string>(); }},
+    {"userAgent",
+     [](Settings& s, const Json& v, const Scene&) { s.configuration.userAgent = v.get<std::string>(); }},
     {"followRedirects",
      [](Settings& s, const Json& v, const Scene&) { s.configuration.followRedirects = redirectsNamed(v); }},
     {"disableExpectHeader",

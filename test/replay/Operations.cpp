@@ -171,7 +171,7 @@ Json call(const S3Client& client, const Json& recorded) {
         described["result"] = describe(outcome.GetResult());
     else
         described["error"] = describe(outcome.GetError());
-    if (recorded["set"].contains("Body")) described.update(describeAfterCall(*request.GetBody()));
+    if (recorded["set"].contains("Body")) described.update(describeAfterCall(request.GetBody().get()));
     return described;
 }
 

@@ -19,7 +19,7 @@ struct RecordedCase {
     /// Takes seconds because the client or the server has to wait.
     bool isSlow() const;
 
-    /// What was seen, without the times: `outcomes`, `requests_seen`, `wire`, and `attempts` if counted.
+    /// What was seen: `outcomes`, `requests_seen`, `wire`, and `attempts` if counted.
     Json observation() const;
 };
 
@@ -31,7 +31,7 @@ void PrintTo(const RecordedCase& recordedCase, std::ostream* out);
 /// The cases of one file. Throws std::runtime_error with file and line if one can't be read.
 std::vector<RecordedCase> readCases(const std::filesystem::path& file);
 
-/// All cases of errors.jsonl, results.jsonl and requests.jsonl in that folder. Throws std::runtime_error with
+/// All cases of that folder but those of defaults.jsonl. Throws std::runtime_error with
 /// file and line if one can't be read.
 std::vector<RecordedCase> loadCases(const std::filesystem::path& folder);
 

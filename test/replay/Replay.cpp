@@ -4,6 +4,7 @@
 #include "replay/LinkedCurl.hpp"
 #include "replay/Operations.hpp"
 #include "replay/Scene.hpp"
+#include "replay/Times.hpp"
 #include "replay/Wire.hpp"
 
 #include <ctime>
@@ -24,8 +25,11 @@ Calls makeCalls(const Json& recorded, const Scene& scene) {
     for (int i = 0; i < repeat; ++i) {
         if (i > 0) std::this_thread::sleep_for(std::chrono::milliseconds(recorded.value("pause_ms", 0)));
         *client.attempts = 0;
-        calls.outcomes.push_back(recorded["kind"] == "endpoint" ? resolveEndpoint(*client.endpoints, recorded)
-                                                                : callOperation(*client.s3, recorded));
+        const auto start = std::chrono::steady_clock::now();
+        Json outcome = recorded["kind"] == "endpoint" ? resolveEndpoint(*client.endpoints, recorded)
+                                                      : callOperation(*client.s3, recorded);
+        addElapsed(outcome, start);
+        calls.outcomes.push_back(std::move(outcome));
         calls.attempts.push_back(client.attempts->load());
     }
     return calls;

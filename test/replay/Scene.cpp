@@ -1,10 +1,8 @@
 #include "replay/Scene.hpp"
 
-#include <netinet/in.h>
 #include <openssl/evp.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <ctime>
 #include <regex>
@@ -36,23 +34,6 @@ Certificates& certificates() {
     return made;
 }
 
-int bindUnusedPort() {
-    const int bound = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (bound < 0 || bind(bound, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-        throw std::runtime_error("can't bind a port on 127.0.0.1");
-    return bound;
-}
-
-std::string portOf(int socket) {
-    sockaddr_in address{};
-    socklen_t size = sizeof address;
-    getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
-    return std::to_string(ntohs(address.sin_port));
-}
-
 void replaceAll(std::string& text, const std::string& from, const std::string& to) {
     for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
         text.replace(at, from.size(), to);
@@ -81,33 +62,29 @@ bool mentions(const Json& value, const std::string& text) {
 }
 
 std::unique_ptr<ScriptedServer> serverFor(const Json& recorded) {
-    const Json client = recorded.value("client", Json::object());
     ScriptedServer::Options options;
     options.repeatLast = true;
-    options.tls = mentions(client, recordedTlsPort);
-    if (options.tls || client.contains("proxyHost")) options.certificate = certificates().server;
+    options.tlsToo = mentions(recorded, recordedTlsPort);
+    if (options.tlsToo || mentions(recorded, "proxyHost")) options.certificate = certificates().server;
     return std::make_unique<ScriptedServer>(std::vector<Script>{}, options);
 }
 
 }  // namespace
 
-Scene::Scene(const RecordedCase& recordedCase)
-    : deadSocket_(bindUnusedPort()), server_(serverFor(recordedCase.recorded)) {
+Scene::Scene(const RecordedCase& recordedCase) : server_(serverFor(recordedCase.recorded)) {
     const Json& recorded = recordedCase.recorded;
-    const std::string port = ":" + std::to_string(server_->port());
-    const bool tls = mentions(recorded.value("client", Json::object()), recordedTlsPort);
-    translations_.push_back({std::string(":") + (tls ? recordedTlsPort : recordedPlainPort), port});
-    translations_.push_back({std::string(":") + recordedDeadPort, ":" + portOf(deadSocket_)});
-    if (tls) {
+    translatePort(recordedPlainPort, server_->port());
+    translatePort(recordedDeadPort, closed_.number());
+    if (server_->secondPort() != 0) {
+        translatePort(recordedTlsPort, server_->secondPort());
         translations_.push_back({"{CAFILE}", certificates().authority.caFile()});
         translations_.push_back({"{OTHERCA}", certificates().otherAuthority.caFile()});
     }
     if (recorded.contains("replies")) addReplies(recorded["replies"], recorded["requests_seen"].is_string());
 }
 
-Scene::~Scene() {
-    server_.reset();
-    close(deadSocket_);
+void Scene::translatePort(const std::string& recorded, unsigned live) {
+    translations_.push_back({":" + recorded, ":" + std::to_string(live)});
 }
 
 std::string Scene::live(std::string text) const {

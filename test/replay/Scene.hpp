@@ -1,6 +1,7 @@
 #pragma once
 
 #include "replay/RecordedCase.hpp"
+#include "support/HeldPort.hpp"
 #include "support/ScriptedServer.hpp"
 
 #include <cstdint>
@@ -11,15 +12,12 @@
 
 namespace replay {
 
-/// What surrounds the client in one case: the server that plays the recorded replies, a port where nothing
-/// listens, certificates. The recorded text names fixed ports and files; the scene translates to the live
-/// ones and back.
+/// What surrounds the client in one case: the server that plays the recorded replies, at a plain port and,
+/// where the case names it, at one with TLS; a port where nothing listens; certificates. The recorded text
+/// names fixed ports and files; the scene translates to the live ones and back.
 class Scene {
 public:
     explicit Scene(const RecordedCase& recordedCase);
-    ~Scene();
-    Scene(const Scene&) = delete;
-    Scene& operator=(const Scene&) = delete;
 
     const testsupport::ScriptedServer& server() const { return *server_; }
 
@@ -37,6 +35,7 @@ private:
         std::string live;
     };
 
+    void translatePort(const std::string& recorded, unsigned live);
     void addReplies(const Json& replies, bool endless);
     testsupport::Script scriptFrom(const Json& steps);
     testsupport::Step stepFrom(const Json& step);
@@ -46,8 +45,8 @@ private:
     std::vector<Translation> translations_;
     mutable std::mutex mutex_;
     std::vector<std::string> sentDates_;  // guarded by mutex_, filled by the server's threads
-    int deadSocket_ = -1;                 // bound, so that nobody else gets the port, and never listening
-    std::unique_ptr<testsupport::ScriptedServer> server_;
+    testsupport::ClosedPort closed_;
+    std::unique_ptr<testsupport::ScriptedServer> server_;  // uses the others until it ends
 };
 
 /// More requests than this count as endless.

@@ -3,6 +3,8 @@
 #include "replay/Digest.hpp"
 #include "replay/Signature.hpp"
 
+#include <boost/algorithm/string.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -19,20 +21,34 @@ using testsupport::SeenRequest;
 constexpr long clockToleranceS = 60;
 
 struct Placeholder {
-    const char* pattern;
+    std::regex pattern;
     const char* replacement;
 };
 
-// The compiler and the processor are the ones of the recording, so that other machines can replay it.
-constexpr std::array<Placeholder, 7> placeholders{{
-    {R"(\b\d{8}T\d{6}Z)", "{AMZDATE}"},
-    {R"((Credential=[^/,]*/)\d{8}/)", "$1{DAY}/"},
-    {R"(Signature=[0-9a-f]{64}$)", "Signature={HEX64}"},
-    {R"(^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}$)", "{UUID}"},
-    {R"( os/Linux/[^ ]+)", " os/Linux/{KERNEL}"},
-    {R"( md/arch#[^ ]+)", " md/arch#x86_64"},
-    {R"( md/GCC#[^ ]+)", " md/GCC#12.2.0"},
+// The processor, the compiler and the language it was set to are the ones of the recording, so that other
+// machines and other builds of the SDK can replay it.
+const std::array<Placeholder, 8> placeholders{{
+    {std::regex(R"(\b\d{8}T\d{6}Z)"), "{AMZDATE}"},
+    {std::regex(R"((Credential=[^/,]*/)\d{8}/)"), "$1{DAY}/"},
+    {std::regex(R"(Signature=[0-9a-f]{64}$)"), "Signature={HEX64}"},
+    {std::regex(R"(^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}$)"), "{UUID}"},
+    {std::regex(R"( os/Linux/[^ ]+)"), " os/Linux/{KERNEL}"},
+    {std::regex(R"( md/arch#[^ ]+)"), " md/arch#x86_64"},
+    {std::regex(R"( lang/c\+\+#[^ ]+)"), " lang/c++#C++11"},
+    {std::regex(R"( md/(GCC|Clang)#[^ ]+)"), " md/GCC#12.2.0"},
 }};
+
+/// Numbers things by their first appearance, from 1.
+template <typename Thing>
+class Numbering {
+public:
+    int of(const Thing& thing) {
+        return numbers_.emplace(thing, static_cast<int>(numbers_.size()) + 1).first->second;
+    }
+
+private:
+    std::map<Thing, int> numbers_;
+};
 
 std::string scopeWithPlaceholder(const std::string& scope) {
     return std::regex_replace(scope, std::regex("^([^/]*/)[0-9]{8}/"), "$1{DAY}/");
@@ -59,16 +75,20 @@ Json describeQuery(const std::string& target) {
     return parameters;
 }
 
+long secondsAfter(const std::string& amzDate, long now) {
+    std::tm fields{};
+    if (!strptime(amzDate.c_str(), "%Y%m%dT%H%M%SZ", &fields)) return now;
+    return timegm(&fields) - now;
+}
+
 Json describeInFull(const SeenRequest& request, const std::string& secretKey) {
     Json described{{"method", request.method},
                    {"target", request.target},
                    {"version", request.version},
                    {"path", request.target.substr(0, request.target.find('?'))},
                    {"query_sorted", describeQuery(request.target)},
-                   {"headers", Json::array()},
+                   {"headers", describeHeaders(request)},
                    {"tls", request.tls}};
-    for (const auto& [name, value] : request.headers)
-        described["headers"].push_back({name, withPlaceholders(value)});
     if (request.bodyRead && request.method != "CONNECT") described["body"] = describeBody(request);
     Json signature = describeSignature(request, secretKey);
     if (signature.is_null()) return described;
@@ -77,20 +97,17 @@ Json describeInFull(const SeenRequest& request, const std::string& secretKey) {
     return described;
 }
 
-long secondsAfter(const std::string& amzDate, long now) {
-    std::tm fields{};
-    if (!strptime(amzDate.c_str(), "%Y%m%dT%H%M%SZ", &fields)) return now;
-    return timegm(&fields) - now;
-}
-
-Json describeInShort(const SeenRequest& request, long now) {
-    Json described{{"method", request.method}, {"target", request.target}, {"host", request.header("host")}};
-    for (const char* name : {"expect", "amz-sdk-request", "content-length", "range"})
-        if (request.hasHeader(name)) described[name] = withPlaceholders(request.header(name));
+Json describeInShort(const SeenRequest& request) {
+    constexpr std::array<std::string_view, 5> recordedNames{"host", "expect", "amz-sdk-request",
+                                                            "content-length", "range"};
+    Json described{{"method", request.method}, {"target", request.target}};
+    for (const Json& header : describeHeaders(request)) {
+        const std::string name = boost::to_lower_copy(header[0].get<std::string>());
+        if (std::find(recordedNames.begin(), recordedNames.end(), name) != recordedNames.end())
+            described[name] = header[1];
+    }
     if (!request.body.empty() || (request.bodyRead && !request.bodyComplete))
         described["body"] = describeBody(request);
-    if (request.hasHeader("x-amz-date"))
-        described["x_amz_date_minus_now_s_about"] = secondsAfter(request.header("x-amz-date"), now);
     const Json signature = describeSignature(request, "");
     if (!signature.is_null())
         described["credential_scope"] = scopeWithPlaceholder(signature["credential_scope"]);
@@ -99,7 +116,7 @@ Json describeInShort(const SeenRequest& request, long now) {
 
 // What is recorded only for some requests, or roughly, is compared only then and roughly.
 void reduceTo(const Json& recorded, Json& described, const SeenRequest& request) {
-    for (const char* name : {"credential_scope", "x_amz_date_minus_now_s_about"})
+    for (const char* name : {"credential_scope", "x_amz_date_minus_now_s_about", "invocation"})
         if (!recorded.contains(name)) described.erase(name);
     if (recorded.contains("x_amz_date_minus_now_s_about") &&
         described.contains("x_amz_date_minus_now_s_about")) {
@@ -124,9 +141,23 @@ std::vector<SeenRequest> chosen(const std::vector<SeenRequest>& requests, const 
 
 }  // namespace
 
+Json describeHeaders(const SeenRequest& request) {
+    Json headers = Json::array();
+    std::size_t lineEnd = request.head.find("\r\n");
+    while (lineEnd != std::string::npos) {
+        const std::size_t start = lineEnd + 2;
+        lineEnd = request.head.find("\r\n", start);
+        const std::string line = request.head.substr(start, lineEnd - start);
+        const std::size_t colon = line.find(": ");
+        headers.push_back({line.substr(0, colon),
+                           colon == std::string::npos ? "" : withPlaceholders(line.substr(colon + 2))});
+    }
+    return headers;
+}
+
 std::string withPlaceholders(std::string text) {
     for (const Placeholder& placeholder : placeholders)
-        text = std::regex_replace(text, std::regex(placeholder.pattern), placeholder.replacement);
+        text = std::regex_replace(text, placeholder.pattern, placeholder.replacement);
     return text;
 }
 
@@ -136,12 +167,15 @@ Json describeWire(const std::vector<SeenRequest>& requests, const Json& recorded
     const Json& recordedWire = recorded.at("wire");
     const bool full = std::any_of(recordedWire.begin(), recordedWire.end(),
                                   [](const Json& request) { return request.contains("headers"); });
-    std::map<int, int> connections;  // numbered anew, by their first request
+    Numbering<int> connections;
+    Numbering<std::string> invocations;
     Json wire = Json::array();
     for (const SeenRequest& request : chosen(requests, recorded)) {
-        Json described = full ? describeInFull(request, secretKey) : describeInShort(request, now);
-        described["connection"] =
-            connections.emplace(request.connection, static_cast<int>(connections.size()) + 1).first->second;
+        Json described = full ? describeInFull(request, secretKey) : describeInShort(request);
+        described["connection"] = connections.of(request.connection);
+        described["invocation"] = invocations.of(request.header("amz-sdk-invocation-id"));
+        if (request.hasHeader("x-amz-date"))
+            described["x_amz_date_minus_now_s_about"] = secondsAfter(request.header("x-amz-date"), now);
         const bool expected = wire.size() < recordedWire.size();
         reduceTo(expected ? recordedWire[wire.size()] : Json::object(), described, request);
         wire.push_back(std::move(described));

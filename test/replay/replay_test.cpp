@@ -1,5 +1,6 @@
 #include "replay/Replay.hpp"
 #include "replay/KnownDifferences.hpp"
+#include "replay/Times.hpp"
 #include "support/CleanEnvironment.hpp"
 
 #include <aws/core/Aws.h>
@@ -45,13 +46,41 @@ TEST_P(RecordedExchange, EndsAsObserved) {
         EXPECT_EXIT(replayCase(GetParam()), testing::KilledBySignal(signal), "");
         return;
     }
-    const Json seen = replayCase(GetParam());
+    const Json seen = withFittingTimes(replayCase(GetParam()), expected);
     EXPECT_THAT(differences(expected, seen), testing::IsEmpty())
         << "as a patch of the recording: " << printable(Json::diff(GetParam().observation(), seen));
 }
 
 INSTANTIATE_TEST_SUITE_P(Quick, RecordedExchange, testing::ValuesIn(casesThatAre(false)), testName);
 INSTANTIATE_TEST_SUITE_P(Slow, RecordedExchange, testing::ValuesIn(casesThatAre(true)), testName);
+
+struct TimeCase {
+    long expectedMs;
+    long seenMs;
+    bool fits;
+};
+
+class RecordedTime : public testing::TestWithParam<TimeCase> {};
+
+TEST_P(RecordedTime, IsComparedAsARatio) {
+    const Json expected{{{"elapsed_ms_about", GetParam().expectedMs}}};
+    const Json seen{{{"elapsed_ms_about", GetParam().seenMs}}};
+    EXPECT_EQ(withFittingTimes(seen, expected), GetParam().fits ? expected : seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RecordedTime,
+                         testing::Values(TimeCase{3000, 3010, true}, TimeCase{3000, 1500, true},
+                                         TimeCase{3000, 1499, false}, TimeCase{3000, 15000, true},
+                                         TimeCase{3000, 15001, false}, TimeCase{0, 5000, true},
+                                         TimeCase{0, 5001, false}));
+
+TEST(RecordedTimes, ThatAreMissingStandForShortOnes) {
+    const Json expected = Json::parse(R"([{"success": true}])");
+    EXPECT_EQ(withFittingTimes(Json::parse(R"([{"success": true, "elapsed_ms_about": 9}])"), expected),
+              expected);
+    const Json late = Json::parse(R"([{"success": true, "elapsed_ms_about": 9000}])");
+    EXPECT_EQ(withFittingTimes(late, expected), late);
+}
 
 TEST(KnownDifferences, AllBelongToARecordedCase) {
     std::vector<std::string> unknown = knownDifferences().listedCases();

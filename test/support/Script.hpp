@@ -18,6 +18,7 @@ struct SeenRequest {
     std::string method;
     std::string target;
     std::string version;
+    std::string head;    ///< as it came: the request line and the header lines, without the empty one
     HeaderList headers;  ///< in the order sent, names as sent, values without surrounding blanks
     std::string body;
     bool bodyRead = false;      ///< the script had the body read

@@ -74,7 +74,8 @@ bool ScriptedConnection::readHead(SeenRequest& head) {
         received_.append(buffer.data(), count);
     }
     const std::size_t size = received_.find(end);
-    parseHead(std::string_view(received_).substr(0, size), head);
+    head.head = received_.substr(0, size);
+    parseHead(head.head, head);
     received_.erase(0, size + end.size());
     head.connection = number_;
     head.tls = channel_.isTls();

@@ -60,15 +60,30 @@ sockaddr_in loopback() {
     return address;
 }
 
-std::uint16_t listenOn(int socket) {
-    sockaddr_in address = loopback();
-    socklen_t size = sizeof address;
-    auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    if (bind(socket, generic, size) != 0 || listen(socket, SOMAXCONN) != 0 ||
-        getsockname(socket, generic, &size) != 0)
-        throw std::system_error(errno, std::generic_category(), "scripted server: can't listen");
-    return ntohs(address.sin_port);
-}
+/// A socket that listens at a port of the system's choice.
+class Entrance {
+public:
+    explicit Entrance(bool tls) : tls_(tls) {
+        sockaddr_in address = loopback();
+        socklen_t size = sizeof address;
+        auto* const generic = reinterpret_cast<sockaddr*>(&address);
+        if (bind(socket_.get(), generic, size) != 0 || listen(socket_.get(), SOMAXCONN) != 0 ||
+            getsockname(socket_.get(), generic, &size) != 0)
+            throw std::system_error(errno, std::generic_category(), "scripted server: can't listen");
+        port_ = ntohs(address.sin_port);
+    }
+
+    int socket() const { return socket_.get(); }
+    std::uint16_t port() const { return port_; }
+
+    /// Whether TLS is spoken from the first byte on.
+    bool tls() const { return tls_; }
+
+private:
+    Descriptor socket_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    std::uint16_t port_ = 0;
+    bool tls_;
+};
 
 // OpenSSL writes with write(2), which signals a client that is gone.
 void blockBrokenPipeSignal() {
@@ -84,11 +99,11 @@ void blockBrokenPipeSignal() {
 class ScriptedServer::Listener {
 public:
     Listener(std::vector<Script> scripts, const Options& options)
-        : conversation_(std::move(scripts), options.repeatLast), tlsFromStart_(options.tls) {
-        if (options.tls && !options.certificate)
+        : conversation_(std::move(scripts), options.repeatLast), entrance_(options.tls) {
+        if ((options.tls || options.tlsToo) && !options.certificate)
             throw std::runtime_error("scripted server: TLS needs a certificate");
         if (options.certificate) tls_ = tlsContext(*options.certificate);
-        port_ = listenOn(socket_.get());
+        if (options.tlsToo) second_.emplace(true);
         acceptor_ = std::thread([this] { acceptConnections(); });
     }
 
@@ -101,7 +116,9 @@ public:
 
     Conversation& conversation() { return conversation_; }
 
-    std::uint16_t port() const { return port_; }
+    std::uint16_t port() const { return entrance_.port(); }
+
+    std::uint16_t secondPort() const { return second_ ? second_->port() : 0; }
 
     std::size_t accepted() const { return accepted_; }
 
@@ -115,22 +132,30 @@ public:
 private:
     void acceptConnections() {
         blockBrokenPipeSignal();
-        std::array<pollfd, 2> waiting{{{socket_.get(), POLLIN, 0}, {stop_.get(), POLLIN, 0}}};
-        while (poll(waiting.data(), waiting.size(), -1) > 0 && waiting[1].revents == 0) {
-            const int accepted = accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC);
-            if (accepted < 0) continue;
-            {
-                const std::lock_guard lock(mutex_);
-                ++open_;
-            }
-            const int number = static_cast<int>(++accepted_);
-            connections_.emplace_back([this, accepted, number] { serve(accepted, number); });
+        const int second = second_ ? second_->socket() : -1;  // poll() passes over what is negative
+        std::array<pollfd, 3> waiting{
+            {{stop_.get(), POLLIN, 0}, {entrance_.socket(), POLLIN, 0}, {second, POLLIN, 0}}};
+        while (poll(waiting.data(), waiting.size(), -1) > 0 && waiting[0].revents == 0) {
+            if (waiting[1].revents != 0) acceptOneAt(entrance_);
+            if (waiting[2].revents != 0) acceptOneAt(*second_);
         }
     }
 
-    void serve(int socket, int number) {
+    void acceptOneAt(const Entrance& entrance) {
+        const int accepted = accept4(entrance.socket(), nullptr, nullptr, SOCK_CLOEXEC);
+        if (accepted < 0) return;
+        {
+            const std::lock_guard lock(mutex_);
+            ++open_;
+        }
+        const int number = static_cast<int>(++accepted_);
+        connections_.emplace_back(
+            [this, accepted, number, tls = entrance.tls()] { serve(accepted, number, tls); });
+    }
+
+    void serve(int socket, int number, bool tlsFromStart) {
         Channel channel(socket, stop_.get(), bytesReceived_);
-        ScriptedConnection(channel, conversation_, tls_.get(), number).serve(tlsFromStart_);
+        ScriptedConnection(channel, conversation_, tls_.get(), number).serve(tlsFromStart);
         channel.close();
         const std::lock_guard lock(mutex_);
         --open_;
@@ -139,10 +164,9 @@ private:
 
     Conversation conversation_;
     ContextPtr tls_;
-    bool tlsFromStart_;
-    Descriptor socket_{socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    Entrance entrance_;
+    std::optional<Entrance> second_;
     Descriptor stop_{eventfd(0, EFD_CLOEXEC)};
-    std::uint16_t port_ = 0;
     std::mutex mutex_;
     std::condition_variable ended_;
     int open_ = 0;
@@ -165,6 +189,10 @@ std::string ScriptedServer::endpoint() const {
 
 std::uint16_t ScriptedServer::port() const {
     return listener_->port();
+}
+
+std::uint16_t ScriptedServer::secondPort() const {
+    return listener_->secondPort();
 }
 
 void ScriptedServer::expect(Script script) {

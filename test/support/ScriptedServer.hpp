@@ -25,6 +25,7 @@ public:
     struct Options {
         std::optional<CertificateFiles> certificate = std::nullopt;  ///< for TLS, also inside of tunnels
         bool tls = false;         ///< TLS from the first byte on; needs a certificate
+        bool tlsToo = false;      ///< a second port, with TLS from the first byte on; needs a certificate
         bool repeatLast = false;  ///< the last script answers all further requests too
     };
 
@@ -39,6 +40,9 @@ public:
     std::string endpoint() const;
 
     std::uint16_t port() const;
+
+    /// The second port; what comes there is part of the same conversation. 0 if there is none.
+    std::uint16_t secondPort() const;
 
     /// Adds a script behind those not used yet.
     void expect(Script script);

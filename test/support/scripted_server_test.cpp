@@ -109,6 +109,16 @@ TEST(ScriptedServer, RecordsRequestsAsTheyWereSent) {
                                              Pair("Content-Type", "application/x-www-form-urlencoded")));
 }
 
+TEST(ScriptedServer, KeepsTheHeadWithItsBlanks) {
+    ScriptedServer server({ok("")});
+    const std::string head = "GET / HTTP/1.1\r\nA: \t b \r\nC:d\r\nE:";
+    HttpClient::sendRaw(server.endpoint(), head + "\r\n\r\n");
+    while (server.requests().empty())
+        std::this_thread::yield();
+    EXPECT_EQ(server.requests()[0].head, head);
+    EXPECT_THAT(server.requests()[0].headers, ElementsAre(Pair("A", "b"), Pair("C", "d"), Pair("E", "")));
+}
+
 TEST(ScriptedServer, NumbersConnectionsAsTheyCome) {
     ScriptedServer server({ok(""), {Step::send(httpReply(200)), Step::close()}, ok("")});
     HttpClient client;
@@ -234,6 +244,23 @@ INSTANTIATE_TEST_SUITE_P(
                     TlsCase{"NotValidYet", {"127.0.0.1"}, Validity::NotYet, CURLE_PEER_FAILED_VERIFICATION},
                     TlsCase{"OtherName", {"localhost"}, Validity::Current, CURLE_PEER_FAILED_VERIFICATION}),
     [](const auto& tested) { return tested.param.name; });
+
+TEST(ScriptedServer, HoldsOneConversationAtItsTwoPorts) {
+    TestAuthority authority;
+    ScriptedServer::Options options;
+    options.certificate = authority.issue({"127.0.0.1"});
+    options.tlsToo = true;
+    ScriptedServer server({ok("one"), ok("two")}, options);
+    HttpClient client;
+    client.trust(authority);
+    EXPECT_EQ(client.get("http://" + server.endpoint()).body, "one");
+    EXPECT_EQ(client.get("https://127.0.0.1:" + std::to_string(server.secondPort())).body, "two");
+    const std::vector<SeenRequest> seen = server.requests();
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_FALSE(seen[0].tls);
+    EXPECT_TRUE(seen[1].tls);
+    EXPECT_EQ(seen[1].connection, 2);
+}
 
 TEST(TestAuthority, IsFoundInItsFolder) {
     TestAuthority authority;

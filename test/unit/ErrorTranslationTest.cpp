@@ -119,6 +119,13 @@ TEST_F(ErrorTranslation, FindsAnEmptyLocationEqualToAnEmptyRegion) {
     expectRemoveToThrow<UnknownErrorException>(noIdentifier);
 }
 
+TEST_F(ErrorTranslation, TakesNoNameOfARegionForAnother) {
+    client = clientWith({5, 0}, "eu-west-1");
+    removeFailsWith(s3Error(S3Errors::UNKNOWN));
+    EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return locatedIn("EU"); });
+    expectRemoveToThrow<InvalidLocationException>(u"bad_region");
+}
+
 TEST_F(ErrorTranslation, GivesUpWhenTheLocationIsRefused) {
     removeFailsWith(s3Error(S3Errors::UNKNOWN));
     EXPECT_CALL(*s3, GetBucketLocation(_)).WillOnce([](auto&) { return s3Error(S3Errors::ACCESS_DENIED); });

@@ -1,6 +1,9 @@
 #include <boost/date_time/posix_time/posix_time.hpp>
+#include <ctime>
+#include <optional>
 
 #include "S3CloudClientListing.hpp"
+#include "support/Environment.hpp"
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;
@@ -8,6 +11,7 @@ using namespace storage::cloudprovider;
 using Aws::S3::Model::ListObjectsV2Outcome;
 using Aws::S3::Model::ListObjectsV2Request;
 using Aws::S3::Model::ListObjectsV2Result;
+using storage::s3provider::pageEntries;
 using ::testing::_;
 using ::testing::ElementsAre;
 using ::testing::Pair;
@@ -98,24 +102,46 @@ TEST_F(Listing, LogsItsArgumentsAndTheNumberOfEntries) {
 
 TEST_F(Listing, PutsObjectsBeforePrefixesInTheirOrder) {
     ListObjectsV2Result page;
-    page.AddContents(object("z", 3, 1445412480000));
+    page.AddContents(object("z", 12345678901, 1445412480000));
     page.AddContents(object("m"));
     page.AddCommonPrefixes(commonPrefix("b/"));
     page.AddCommonPrefixes(commonPrefix("a/"));
     pageIs(page);
     const auto entries = client->list("", token, {"/", 0});
     EXPECT_THAT(names(entries), ElementsAre("z", "m", "b/", "a/"));
-    EXPECT_EQ(entries[0].size, 3);
+    EXPECT_EQ(entries[0].size, 12345678901);
     EXPECT_EQ(boost::posix_time::to_iso_string(entries[0].lastModified), "20151021T072800");
 }
 
-TEST_F(Listing, DatesPrefixesWithTheTimeOfTheListing) {
+/// A machine that is far ahead of UTC.
+class LocalTime {
+public:
+    LocalTime()
+        : zone_(std::in_place,
+                std::initializer_list<std::pair<const char*, Environment::Value>>{{"TZ", "AHEAD-14"}}) {
+        ::tzset();
+    }
+    ~LocalTime() {
+        zone_.reset();
+        ::tzset();
+    }
+    LocalTime(const LocalTime&) = delete;
+    LocalTime& operator=(const LocalTime&) = delete;
+
+private:
+    std::optional<Environment> zone_;
+};
+
+TEST_F(Listing, DatesPrefixesWithTheTimeOfTheListingInUtc) {
+    using boost::posix_time::microsec_clock;
+    const LocalTime elsewhere;
     ListObjectsV2Result page;
     page.AddCommonPrefixes(commonPrefix("d/"));
     pageIs(page);
-    const auto before = boost::posix_time::microsec_clock::universal_time();
+    const auto before = microsec_clock::universal_time();
+    ASSERT_GT(microsec_clock::local_time(), before + boost::posix_time::hours(13));
     const auto entries = client->list("", token, {"/", 0});
-    const auto after = boost::posix_time::microsec_clock::universal_time();
+    const auto after = microsec_clock::universal_time();
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_EQ(entries[0].size, 0);
     EXPECT_GE(entries[0].lastModified, before);
@@ -130,10 +156,20 @@ TEST(PageEntries, HaveForEachPrefixTheTimeAtWhichItIsReached) {
     auto time = boost::posix_time::from_iso_string("20240229T120000");
     const auto clock = [&] { return time += boost::posix_time::minutes(1); };
     std::vector<std::string> times;
-    for (const auto& entry : storage::s3provider::pageEntries(page, clock))
+    for (const auto& entry : pageEntries(page, clock))
         times.push_back(entry.name + " " + boost::posix_time::to_iso_string(entry.lastModified));
     EXPECT_THAT(times, ElementsAre("a 20151021T072800", "b/ 20240229T120100", "c/ 20240229T120200",
                                    "d/ 20240229T120300"));
+}
+
+TEST(PageEntries, HaveRoomForAllFromTheBeginning) {
+    ListObjectsV2Result page;
+    for (const char* const name : {"a", "b", "c"})
+        page.AddContents(object(name));
+    for (const char* const name : {"d/", "e/"})
+        page.AddCommonPrefixes(commonPrefix(name));
+    const auto entries = pageEntries(page, boost::posix_time::microsec_clock::universal_time);
+    EXPECT_EQ(entries.capacity(), entries.size());
 }
 
 TEST_F(Listing, DecodesEveryNameOnce) {
@@ -143,9 +179,10 @@ TEST_F(Listing, DecodesEveryNameOnce) {
     page.AddContents(object("trailing%"));
     page.AddContents(object("trailing%4"));
     page.AddCommonPrefixes(commonPrefix("f%C3%A4/"));
+    page.AddCommonPrefixes(commonPrefix("100%2525/"));
     pageIs(page);
     EXPECT_THAT(names(client->list("", token, {"/", 0})),
-                ElementsAre("a b+c%d", "100%", "trailing%", "trailing%4", "f\xC3\xA4/"));
+                ElementsAre("a b+c%d", "100%", "trailing%", "trailing%4", "f\xC3\xA4/", "100%25/"));
 }
 
 TEST_F(Listing, ReturnsAnEmptyTokenAfterTheLastPage) {

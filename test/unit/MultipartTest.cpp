@@ -63,6 +63,13 @@ TEST_F(ListParts, CutsTheStoredObjectIntoPartsOf5MiB) {
     EXPECT_THAT(texts(partsOfObjectWithSize(1)), ElementsAre(R"(PartInfo{Index=0,Offset=0,Size=1,Tag=""})"));
 }
 
+TEST_F(ListParts, CutsObjectsThatTakeMoreThan32BitsToMeasure) {
+    const auto parts = partsOfObjectWithSize(5368709121);  // 5 GiB and a byte
+    ASSERT_EQ(parts.size(), 1025u);
+    EXPECT_EQ(parts.back().Offset, 5368709120u);
+    EXPECT_EQ(parts.back().Size, 1u);
+}
+
 TEST_F(ListParts, HasNoPartsForAnEmptyObject) {
     EXPECT_THAT(partsOfObjectWithSize(0), IsEmpty());
 }

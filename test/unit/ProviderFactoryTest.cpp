@@ -94,7 +94,7 @@ TEST_F(ProviderFactory, KnowsTheRootOfAnyIri) {
     EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "");
 }
 
-TEST_F(ProviderFactory, MakesOneClientAtATime) {
+TEST_F(ProviderFactory, MakesOneClientAtATimeAndLetsNobodyAtItsCachesMeanwhile) {
     const auto known = factory.getClientForRegion("eu-west-1");
     const auto settings = home.path() / "settings.json";
     ASSERT_EQ(::mkfifo(settings.c_str(), 0600), 0);
@@ -103,10 +103,18 @@ TEST_F(ProviderFactory, MakesOneClientAtATime) {
     auto fresh = std::async(std::launch::async, [&] { return factory.getClientForRegion("eu-west-2"); });
     std::ofstream writer(settings);  // opens when the preferences are being read
     auto again = std::async(std::launch::async, [&] { return factory.getClientForRegion("eu-west-1"); });
-    EXPECT_EQ(again.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+    auto stored = std::async(std::launch::async, [&] { factory.storeBucketRegion("bucket", "eu-west-1"); });
+    auto cached = std::async(std::launch::async, [&] { return factory.getCachedBucketRegion("other"); });
+    const auto soon = std::chrono::steady_clock::now() + std::chrono::milliseconds(50);
+    EXPECT_EQ(again.wait_until(soon), std::future_status::timeout);
+    EXPECT_EQ(stored.wait_until(soon), std::future_status::timeout);
+    EXPECT_EQ(cached.wait_until(soon), std::future_status::timeout);
     writer << "{}";
     writer.close();
     EXPECT_EQ(again.get(), known);
+    stored.get();
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-1");
+    EXPECT_EQ(cached.get(), "");
     EXPECT_NE(fresh.get(), known);
 }
 

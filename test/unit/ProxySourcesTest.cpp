@@ -76,7 +76,8 @@ TEST_F(EnvironmentProxy, ReadsPortsAsWholeNumbersOnly) {
     for (const auto& [text, port] :
          {Case{"8080", 8080}, Case{"+3128", 3128}, Case{"-1", -1}, Case{"2147483647", 2147483647},
           Case{"-2147483648", -2147483647 - 1}, Case{"2147483648", 0}, Case{"8080x", 0}, Case{"", 0},
-          Case{"99999999999", 0}, Case{" 8080", 0}, Case{"8080 ", 0}, Case{"0x10", 0}, Case{"1.5", 0}}) {
+          Case{"99999999999", 0}, Case{" 8080", 0}, Case{"8080 ", 0}, Case{"0x10", 0}, Case{"1.5", 0},
+          Case{"\xFF", 0}}) {
         environment.set("ZR_PROXY_PORT", text);
         EnvironmentProxyType source;
         expectProxy(source, L"proxy.example", port, L"", L"");
@@ -94,6 +95,9 @@ TEST_F(EnvironmentProxy, IsReadOnBehindABadPort) {
 
 TEST_F(EnvironmentProxy, ThrowsForWhatIsNotText) {
     environment.set("ZR_PROXY_HOST", "\xFF");
+    EXPECT_THROW(EnvironmentProxyType(), fl::i18n::conversion_error);
+    environment.set("ZR_PROXY_HOST", "");
+    environment.set("ZR_PROXY_PASSWORD", "\xFF");
     EXPECT_THROW(EnvironmentProxyType(), fl::i18n::conversion_error);
 }
 

@@ -135,6 +135,12 @@ TEST_F(CheckRootValidity, TranslatesTheLocationErrorOtherwise) {
     EXPECT_TRUE(log.records().empty());
 }
 
+TEST_F(CheckRootValidity, CallsNoBucketInvalidForAnythingElseThatIsMissing) {
+    headBucketIsDenied();
+    locationFailsWith(S3Errors::NO_SUCH_KEY);
+    expectFailure<ResourceNotFoundException>(u"no_such_key", [&] { client->checkRootValidity("/"); });
+}
+
 TEST_F(CheckRootValidity, AsksForTheLocationAgainWhenItsErrorExplainsNothing) {
     headBucketIsDenied();
     EXPECT_CALL(*s3, GetBucketLocation(_))

@@ -29,8 +29,10 @@ Script located(const std::string& constraint) {
     return {Step::send(httpReply(200, {}, "<LocationConstraint>" + constraint + "</LocationConstraint>"))};
 }
 
-const Script deniedLocation = {
-    Step::send(httpReply(403, {}, "<Error><Code>AccessDenied</Code><Message>no</Message></Error>"))};
+const std::string refusal =
+    httpReply(403, {}, "<Error><Code>AccessDenied</Code><Message>no</Message></Error>");
+
+const Script deniedLocation = {Step::send(refusal)};
 
 const Script emptyReply = {Step::send(httpReply(200))};
 
@@ -171,6 +173,15 @@ TEST_F(ClientFactory, AsksAgainWhenALookupFailed) {
     EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-3");
 }
 
+TEST_F(ClientFactory, KeepsWhatOthersLearntWhileItsLookupFailed) {
+    amazon.expect({Step::sendMade([&] {
+        factory.storeBucketRegion("bucket", "eu-west-3");
+        return refusal;
+    })});
+    EXPECT_EQ(factory.getClientForBucket("bucket"), factory.getClientForRegion(""));
+    EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-west-3");
+}
+
 TEST_F(ClientFactory, PrefersAChoiceToWhatItRemembers) {
     amazon.expect(located("eu-west-3"));
     factory.getClientForBucket("bucket");
@@ -223,6 +234,13 @@ TEST_F(ClientFactory, SharesAClientAmongTheBucketsOfARegion) {
 
 TEST_F(ClientFactory, TellsRegionsApartByteByByte) {
     EXPECT_NE(factory.getClientForRegion("eu-west-1"), factory.getClientForRegion("EU-WEST-1"));
+}
+
+TEST_F(ClientFactory, LeavesTheRegionToTheSdkWhenItIsUnknown) {
+    amazon.expect(emptyReply);
+    headBucket(*factory.getClientForRegion(""));
+    EXPECT_EQ(lastRequest(amazon).header("Host"), "bucket.s3.us-east-1.amazonaws.com");
+    EXPECT_THAT(lastRequest(amazon).header("Authorization"), HasSubstr("/us-east-1/s3/aws4_request"));
 }
 
 TEST_F(ClientFactory, LeavesTheEndpointOfUsEast1ToTheSdk) {

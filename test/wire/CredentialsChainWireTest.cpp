@@ -14,6 +14,7 @@
 #include "CredentialsSources.hpp"
 #include "ZRCredentialsProviderChain.hpp"
 #include "support/FactoryTest.hpp"
+#include "support/MetadataService.hpp"
 #include "support/ScriptedServer.hpp"
 
 using namespace testsupport;
@@ -60,9 +61,9 @@ private:
 /// An SDK that found a machine's metadata service when it was initialized.
 class SdkOnAMachine {
 public:
-    SdkOnAMachine(Environment& environment, const ScriptedServer& metadata) {
+    SdkOnAMachine(Environment& environment, const std::string& metadataUrl) {
         environment.unset("AWS_EC2_METADATA_DISABLED");
-        environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", "http://" + metadata.endpoint());
+        environment.set("AWS_EC2_METADATA_SERVICE_ENDPOINT", metadataUrl);
         sdk_.emplace();
     }
 
@@ -93,7 +94,7 @@ protected:
     }
 
     ScriptedServer metadata{{{Step::send(httpReply(404))}}, always()};
-    SdkOnAMachine sdk{environment, metadata};
+    SdkOnAMachine sdk{environment, "http://" + metadata.endpoint()};
 
 private:
     std::chrono::seconds laterBy_{0};
@@ -153,6 +154,7 @@ TEST_F(CredentialsChain, LooksAtTheFileOnlyFromOutsideWhileTheEnvironmentHasKeys
     EXPECT_FALSE(file.wasOpened());
     environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");  // no name to look at
     EXPECT_THROW(chain.GetAWSCredentials(), fl::i18n::conversion_error);
+    EXPECT_THROW(ZRCredentialsProviderChain(), fl::i18n::conversion_error);
 }
 
 TEST_F(CredentialsChain, PassesOverASecretWithoutKey) {
@@ -234,6 +236,7 @@ TEST_F(CredentialsChain, ThrowsWhatTheHostsTextFunctionsThrow) {
     ZRCredentialsProviderChain chain;
     environment.set("AWS_SHARED_CREDENTIALS_FILE", "\xFF");
     EXPECT_THROW(chain.GetAWSCredentials(), fl::i18n::conversion_error);
+    EXPECT_THROW(ZRCredentialsProviderChain(), fl::i18n::conversion_error);
     environment.unset("AWS_SHARED_CREDENTIALS_FILE");
     write(".aws/credentials", profile("file"));  // new, so a writer must get the lock
     expectKeys(chain.GetAWSCredentials(), "file", "secret-of-file");
@@ -273,7 +276,7 @@ protected:
     }
 
     ScriptedServer metadata;
-    SdkOnAMachine sdk{environment, metadata};
+    SdkOnAMachine sdk{environment, "http://" + metadata.endpoint()};
 };
 
 TEST_F(CredentialsOfTheMachine, AreTakenLastAndKept) {
@@ -286,6 +289,14 @@ TEST_F(CredentialsOfTheMachine, AreTakenLastAndKept) {
     EXPECT_EQ(metadata.requests()[0].method, "PUT");
     EXPECT_EQ(metadata.requests()[0].target, "/latest/api/token");
     EXPECT_EQ(metadata.requests()[2].header("x-aws-ec2-metadata-token"), "the-token");
+}
+
+TEST_F(FactoryTest, GivesNothingRatherThanTheHalfThatAMachineHas) {
+    const MetadataService metadata(MetadataService::Manner::Right, "");
+    const SdkOnAMachine sdk{environment, metadata.url()};
+    ZRCredentialsProviderChain chain;
+    expectKeys(chain.GetAWSCredentials(), "", "");
+    EXPECT_GT(metadata.asked(), 0u);
 }
 
 class CountingProvider : public Aws::Auth::AWSCredentialsProvider {

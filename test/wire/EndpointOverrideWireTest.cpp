@@ -84,6 +84,18 @@ TEST_F(EndpointOverride, IsAskedForTheChosenRegion) {
     EXPECT_EQ(factory.getCachedBucketRegion("bucket"), "eu-north-1");
 }
 
+TEST_F(EndpointOverride, IsReachedAsTheEnvironmentSaysAtEachOpening) {
+    environment.set("ZR_AWS_ENDPOINT_OVERRIDE", server.endpoint());
+    open();  // by HTTPS
+    environment.set("ZR_AWS_SCHEME", "HTTP");
+    EXPECT_EQ(requestOfStat().method, "HEAD");
+}
+
+TEST_F(EndpointOverride, IsntAskedForTheRegionThatAmazonTold) {
+    factory.storeBucketRegion("bucket", "eu-north-1");
+    EXPECT_THAT(requestOfStat().header("Authorization"), HasSubstr("/us-east-1/s3/aws4_request"));
+}
+
 TEST_F(EndpointOverride, IsAskedForContentAsOftenAsTheEnvironmentSays) {
     environment.set("ZR_AWS_GETDATA_ATTEMPTS", "2");
     environment.set("ZR_AWS_RETRYTIMEMS", "0");

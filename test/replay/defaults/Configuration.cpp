@@ -1,8 +1,8 @@
 #include "replay/Wire.hpp"
+#include "replay/defaults/Descriptions.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
 
-#include <aws/core/client/ClientConfiguration.h>
 #include <aws/core/client/CoreErrors.h>
 #include <aws/core/client/DefaultRetryStrategy.h>
 #include <aws/s3/S3EndpointProvider.h>
@@ -23,6 +23,20 @@ std::string schemeName(Aws::Http::Scheme scheme) {
     return scheme == Aws::Http::Scheme::HTTPS ? "HTTPS" : "HTTP";
 }
 
+/// Numbers of retries that were asked for.
+constexpr long recordedRetries[] = {0, 1, 2, 5, 9, 10, 20, 30, 31, 32};
+
+/// Of each number, whether that many are followed by one more, and after how many milliseconds.
+Json retriesBy(const RetryStrategy& strategy) {
+    Json rows = Json::array();
+    for (const long retries : recordedRetries)
+        rows.push_back({retries, strategy.ShouldRetry(passingError, retries),
+                        strategy.CalculateDelayBeforeNextRetry(passingError, retries)});
+    return rows;
+}
+
+}  // namespace
+
 Json describe(const ClientConfiguration& configuration) {
     return {{"region", configuration.region},
             {"scheme", schemeName(configuration.scheme)},
@@ -38,6 +52,7 @@ Json describe(const ClientConfiguration& configuration) {
             {"lowSpeedLimit", configuration.lowSpeedLimit},
             {"retryStrategyName", configuration.retryStrategy->GetStrategyName()},
             {"retryMaxAttempts", configuration.retryStrategy->GetMaxAttempts()},
+            {"retries", retriesBy(*configuration.retryStrategy)},
             {"allowSystemProxy", configuration.allowSystemProxy},
             {"proxyScheme", schemeName(configuration.proxyScheme)},
             {"proxyHost", configuration.proxyHost},
@@ -55,6 +70,15 @@ Json describe(const ClientConfiguration& configuration) {
             {"userAgent", configuration.userAgent},
             {"computed_user_agent", withPlaceholders(Aws::Client::ComputeUserAgentString(&configuration))}};
 }
+
+Json only(const Json& wanted, const Json& all) {
+    Json some = Json::object();
+    for (const auto& [name, value] : wanted.items())
+        if (all.contains(name)) some[name] = all[name];
+    return some;
+}
+
+namespace {
 
 Json describe(const Aws::S3::S3ClientConfiguration& configuration) {
     return {{"useVirtualAddressing", configuration.useVirtualAddressing},
@@ -84,14 +108,6 @@ long allowedRetries(const RetryStrategy& strategy) {
     while (strategy.ShouldRetry(passingError, retries))
         ++retries;
     return retries;
-}
-
-// What isn't in the case isn't compared.
-Json only(const Json& wanted, const Json& all) {
-    Json some = Json::object();
-    for (const auto& [name, value] : wanted.items())
-        if (all.contains(name)) some[name] = all[name];
-    return some;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
+#include "replay/Times.hpp"
 #include "replay/Wire.hpp"
-#include "replay/defaults/Credentials.hpp"
+#include "replay/defaults/Descriptions.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
 #include "support/HeldPort.hpp"
@@ -7,6 +8,8 @@
 
 #include <aws/core/auth/AWSCredentialsProvider.h>
 #include <aws/core/client/ClientConfiguration.h>
+
+#include <thread>
 
 namespace replay {
 namespace {
@@ -48,7 +51,9 @@ testsupport::Script answerTo(const Json& request, const Json& answers) {
     const auto any = answers.find(request["method"].get<std::string>() + " *");
     if (own == answers.end() && any == answers.end()) return goodAnswer(line);
     const std::string text = own != answers.end() ? *own : *any;
-    return {text == "HANG" ? Step::sleep(hang) : Step::send(text)};
+    if (text == "HANG") return {Step::sleep(hang)};
+    if (text == "CLOSE") return {Step::close()};
+    return {Step::send(text)};
 }
 
 std::vector<testsupport::Script> conversation(const Json& recorded) {
@@ -84,26 +89,34 @@ Json askForCredentials(const Json& asked) {
     CountingProvider provider(asked["refresh_ms"], asked["guarded"]);
     Json calls = Json::array();
     for (int i = 0; i < asked["calls"]; ++i) {
+        if (i > 0) std::this_thread::sleep_for(std::chrono::milliseconds(asked.value("pause_ms", 0)));
+        const auto start = std::chrono::steady_clock::now();
         Json call = describe(provider.GetAWSCredentials());
+        addElapsed(call, start);
         call["reload_calls_so_far"] = provider.reloads();
         calls.push_back(std::move(call));
     }
     return {{"calls", std::move(calls)}};
 }
 
-Json askForRegion(int times) {
-    std::string region;
-    for (int i = 0; i < times; ++i)
-        region = Aws::Client::ClientConfiguration().region;
-    return {{"region", region}};
+Json makeConfigurations(const Json& recorded) {
+    Json made = Json::array();
+    for (const Json& wanted : recorded) {
+        const auto start = std::chrono::steady_clock::now();
+        const Aws::Client::ClientConfiguration configuration;
+        Json description = only(wanted, describe(configuration));
+        addElapsed(description, start);
+        made.push_back(std::move(description));
+    }
+    return {{"configurations", std::move(made)}};
 }
 
 Json describe(const std::vector<SeenRequest>& requests, const Setting& setting) {
     Json described = Json::array();
     for (const SeenRequest& request : requests) {
-        Json headers = Json::array();
-        for (const auto& [name, value] : request.headers)
-            headers.push_back({name, setting.asRecorded(withPlaceholders(value))});
+        Json headers = describeHeaders(request);
+        for (Json& header : headers)
+            header[1] = setting.asRecorded(header[1]);
         described.push_back({{"method", request.method}, {"target", request.target}, {"headers", headers}});
     }
     return described;
@@ -117,7 +130,7 @@ Json observeMetadata(const Json& recorded) {
     const Setting setting(recorded, {{"{METAPORT}", std::to_string(service.port())},
                                      {"{CLOSEDPORT}", std::to_string(closed.number())}});
     Json seen = recorded.contains("provider") ? askForCredentials(recorded["provider"])
-                                              : askForRegion(recorded["configurations"]);
+                                              : makeConfigurations(recorded["observed"]["configurations"]);
     return {{"observed", std::move(seen)}, {"requests", describe(service.requests(), setting)}};
 }
 

@@ -11,6 +11,7 @@ Json observeRetryStrategies(const Json& recorded);
 
 Json observeFileNames(const Json& recorded);
 Json observeCredentialsSources(const Json& recorded);
+Json observeProfileCredentials(const Json& recorded);
 Json observeProfileLoader(const Json& recorded);
 
 Json observeMetadata(const Json& recorded);

@@ -1,4 +1,4 @@
-#include "replay/defaults/Credentials.hpp"
+#include "replay/defaults/Descriptions.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
 
@@ -8,6 +8,7 @@
 
 #include <fstream>
 #include <stdexcept>
+#include <thread>
 
 namespace replay {
 namespace {
@@ -96,6 +97,19 @@ Json observeCredentialsSources(const Json& recorded) {
     const Setting setting(recorded);
     return {{"environment", describe(Aws::Auth::EnvironmentAWSCredentialsProvider().GetAWSCredentials())},
             {"profile_file", describe(ProfileConfigFileAWSCredentialsProvider().GetAWSCredentials())}};
+}
+
+Json observeProfileCredentials(const Json& recorded) {
+    const Setting setting(recorded);
+    const std::string profile = recorded["provider"]["profile"];
+    ProfileConfigFileAWSCredentialsProvider provider(profile.c_str(), recorded["provider"]["refresh_ms"]);
+    Json calls = Json::array();
+    for (const Json& call : recorded["calls"]) {
+        setting.write(call.value("files", Json::object()));
+        std::this_thread::sleep_for(std::chrono::milliseconds(call.value("pause_ms", 0)));
+        calls.push_back(describe(provider.GetAWSCredentials()));
+    }
+    return {{"calls", std::move(calls)}};
 }
 
 Json observeProfileLoader(const Json& recorded) {

@@ -32,7 +32,8 @@ Setting::Setting(const Json& recorded, const std::map<std::string, std::string>&
     environment_.set("HOME", home_.path().string());
     if (recorded["kind"] == "metadata") environment_.unset("AWS_EC2_METADATA_DISABLED");
     changeEnvironment(recorded.value("environment", Json::object()));
-    writeFiles(recorded);
+    filesFolder_ = filesFolderOf(recorded);
+    write(recorded.value("files", Json::object()));
     Aws::InitAPI(options_);
 }
 
@@ -45,12 +46,15 @@ void Setting::changeEnvironment(const Json& variables) {
         value.is_null() ? environment_.unset(name) : environment_.set(name, live(value));
 }
 
-// Names are relative to the home folder of a case that has one of its own.
-void Setting::writeFiles(const Json& recorded) const {
-    if (!recorded.contains("files")) return;
-    const std::string folder = live(recorded["environment"].value("HOME", "{DIR}"));
-    for (const auto& [name, text] : recorded["files"].items()) {
-        const std::filesystem::path file = std::filesystem::path(folder) / name;
+std::filesystem::path Setting::filesFolderOf(const Json& recorded) const {
+    const Json::json_pointer home("/environment/HOME");
+    const bool own = recorded.contains(home) && recorded[home].is_string();
+    return live(own ? recorded[home].get<std::string>() : "{DIR}");
+}
+
+void Setting::write(const Json& files) const {
+    for (const auto& [name, text] : files.items()) {
+        const std::filesystem::path file = filesFolder_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << text.get<std::string>();
     }

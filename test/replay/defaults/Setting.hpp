@@ -6,6 +6,7 @@
 
 #include <aws/core/Aws.h>
 
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -21,6 +22,10 @@ public:
     Setting(const Setting&) = delete;
     Setting& operator=(const Setting&) = delete;
 
+    /// Writes files of these names and contents below {DIR}, or below the home folder of a case that has one
+    /// of its own.
+    void write(const Json& files) const;
+
     /// With values for the placeholders.
     std::string live(std::string text) const;
 
@@ -29,11 +34,12 @@ public:
 
 private:
     void changeEnvironment(const Json& variables);
-    void writeFiles(const Json& recorded) const;
+    std::filesystem::path filesFolderOf(const Json& recorded) const;
 
     testsupport::TemporaryFolder folder_;
     testsupport::TemporaryFolder home_;
     std::map<std::string, std::string> placeholders_;
+    std::filesystem::path filesFolder_;
     testsupport::Environment environment_;
     Aws::SDKOptions options_;
 };

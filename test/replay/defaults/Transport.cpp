@@ -1,5 +1,6 @@
 #include "replay/Client.hpp"
 #include "replay/Outcomes.hpp"
+#include "replay/Times.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
 #include "support/HeldPort.hpp"
@@ -40,8 +41,10 @@ Json observeConnectTimeout(const Json& recorded) {
     settings["maxRetries"] = 0;
     if (recorded["peer"] != "accepts") settings["endpoint"] = "127.0.0.1:" + std::to_string(crowded.number());
     const Client client = makeClient(settings, scene);
+    const auto start = std::chrono::steady_clock::now();
     const auto outcome = headBucket(client);
     Json seen{{"success", outcome.IsSuccess()}, {"error", describe(outcome.GetError())}};
+    addElapsed(seen, start);
     if (recorded["observed"].contains("attempts")) seen["attempts"] = client.attempts->load();
     return seen;
 }

@@ -1,4 +1,5 @@
 #include "replay/Replay.hpp"
+#include "replay/Times.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "support/CleanEnvironment.hpp"
 
@@ -21,6 +22,7 @@ constexpr Kind kinds[] = {
     {"retry", observeRetryStrategies},
     {"file-names", observeFileNames},
     {"credentials-sources", observeCredentialsSources},
+    {"profile-credentials", observeProfileCredentials},
     {"profile-loader", observeProfileLoader},
     {"metadata", observeMetadata},
     {"table", observeTable},
@@ -61,8 +63,10 @@ class RecordedDefault : public testing::TestWithParam<RecordedCase> {};
 
 TEST_P(RecordedDefault, IsAsObserved) {
     const Json& recorded = GetParam().recorded;
-    const Json seen = observe(recorded);
-    EXPECT_THAT(differences(expected(recorded), seen), testing::IsEmpty()) << recorded["note"];
+    const Json seen = withFittingTimes(observe(recorded), expected(recorded));
+    EXPECT_THAT(differences(expected(recorded), seen), testing::IsEmpty())
+        << recorded["note"]
+        << "\nas a patch of the recording: " << printable(Json::diff(expected(recorded), seen));
 }
 
 INSTANTIATE_TEST_SUITE_P(Quick, RecordedDefault, testing::ValuesIn(casesThatAre(false)), testName);

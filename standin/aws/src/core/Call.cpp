@@ -2,6 +2,8 @@
 
 #include <aws/core/client/DefaultRetryStrategy.h>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "core/InvocationId.hpp"
@@ -169,11 +171,10 @@ Attempt Call::judge(WireAnswer answer) {
     reply.remoteAddress = answer.remoteAddress;
     reply.body = std::move(answer.body);
     const auto error = judge_(reply);
-    if (!error) return {std::move(reply), false};
+    if (!error) return {std::move(reply)};
     return failed(*error, answer.status, answer, reply);
 }
 
-/// Says that the next attempt is worthwhile when it will differ in what this one may have failed for.
 Attempt Call::failed(const ExchangeError& error, int status, const WireAnswer& answer,
                      const ExchangeReply& reply) {
     ExchangeError complete = error;
@@ -181,9 +182,11 @@ Attempt Call::failed(const ExchangeError& error, int status, const WireAnswer& a
     complete.SetResponseHeaders(answer.headers);
     complete.SetRemoteHostIpAddress(answer.remoteAddress);
     learnHost(answer.headers, reply.otherHost);
-    const bool knowsRegion = learnRegion(answer.headers, reply.otherRegion);
-    if (learnTime(answer.headers)) return {explainedByClock(complete), true};
-    return {std::move(complete), knowsRegion};
+    const bool regionWasWrong = learnRegion(status, answer.headers, reply.otherRegion);
+    const bool clockWasWrong = learnTime(answer.headers);
+    if (clockWasWrong) complete = explainedByClock(complete);
+    if (regionWasWrong) return {std::move(complete), Correction::Region};
+    return {std::move(complete), clockWasWrong ? Correction::Time : Correction::None};
 }
 
 /// True when the clock was wrong.
@@ -193,12 +196,16 @@ bool Call::learnTime(const Headers& headers) {
     return time && client_.configuration.enableClockSkewAdjustment && client_.clock.adjustTo(*time);
 }
 
-bool Call::learnRegion(const Headers& headers, const std::string& named) {
-    if (client_.configuration.region != anyRegion) return false;
+/// Once a call, so that two regions can't send it to and fro. True when the region was another.
+bool Call::learnRegion(int status, const Headers& headers, const std::string& named) {
+    constexpr std::array<int, 4> statuses = {301, 307, 400, 403};
+    const bool mayName = std::find(statuses.begin(), statuses.end(), status) != statuses.end();
+    if (client_.configuration.region != anyRegion || knowsRegion_ || !mayName) return false;
     const auto header = headers.find("x-amz-bucket-region");
     const std::string region = header != headers.end() ? header->second : named;
     if (region.empty() || region == region_) return false;
     region_ = region;
+    knowsRegion_ = true;
     return true;
 }
 

@@ -51,7 +51,7 @@ private:
     Attempt failed(const ExchangeError& error, int status, const WireAnswer& answer,
                    const ExchangeReply& reply);
     bool learnTime(const Headers& headers);
-    bool learnRegion(const Headers& headers, const std::string& named);
+    bool learnRegion(int status, const Headers& headers, const std::string& named);
     void learnHost(const Headers& headers, const std::string& named);
 
     ClientState& client_;
@@ -64,6 +64,7 @@ private:
     std::string invocationId_;
     std::string authority_;  ///< for the next attempt
     std::string region_;
+    bool knowsRegion_ = false;
     bool knowsServerTime_ = false;
     bool usesSessionToken_ = false;
 };

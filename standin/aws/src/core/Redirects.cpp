@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <array>
 
 namespace standin::aws {
@@ -50,6 +51,12 @@ bool sameOrigin(const ParsedUrl& a, const ParsedUrl& b) {
            a.part(CURLUPART_PORT, CURLU_DEFAULT_PORT) == b.part(CURLUPART_PORT, CURLU_DEFAULT_PORT);
 }
 
+/// Where the port begins, with its colon. An IPv6 address has colons of its own, in brackets.
+std::size_t endOfHost(std::string_view authority) {
+    const bool bracketed = !authority.empty() && authority.front() == '[';
+    return std::min(authority.find(':', bracketed ? authority.find(']') : 0), authority.size());
+}
+
 bool becomesGet(const WireRequest& request, int status) {
     if (request.body == nullptr || request.body->size() == 0) return false;
     switch (status) {
@@ -77,17 +84,16 @@ CURLcode follow(std::string& url, const std::string& location) {
 std::string hostOf(std::string_view url) {
     constexpr std::string_view separator = "://";
     const auto scheme = url.find(separator);
-    if (scheme == std::string_view::npos) return {};
+    if (scheme == std::string_view::npos || url.find_first_of("/?#") < scheme) return {};
     url.remove_prefix(scheme + separator.size());
     const std::string_view authority = url.substr(0, url.find_first_of("/?#"));
-    if (authority.find('@') != std::string_view::npos) return {};
-    const bool bracketed = !authority.empty() && authority.front() == '[';
-    return std::string(authority.substr(0, authority.find(':', bracketed ? authority.find(']') : 0)));
+    const std::string_view host = authority.substr(0, endOfHost(authority));
+    const bool bracketOpen = !host.empty() && host.front() == '[' && host.back() != ']';
+    return std::string(bracketOpen || authority.find('@') != std::string_view::npos ? "" : host);
 }
 
 std::string withHost(const std::string& authority, std::string_view host) {
-    const auto colon = authority.find(':', authority.front() == '[' ? authority.find(']') : 0);
-    return std::string(host) + (colon == std::string::npos ? "" : authority.substr(colon));
+    return std::string(host).append(authority, endOfHost(authority));
 }
 
 WireRequest redirected(WireRequest request, int status, const std::string& url) {

@@ -7,14 +7,9 @@
 namespace standin::aws {
 namespace {
 
-ExchangeError asRetryable(ExchangeError error) {
-    error.SetRetryableType(Aws::Client::RetryableType::RETRYABLE);
-    return error;
-}
-
 bool shouldRetry(const Aws::Client::RetryStrategy& strategy, const Attempt& attempt, long retries) {
-    const ExchangeError& error = attempt.outcome.GetError();
-    return strategy.ShouldRetry(attempt.corrected ? asRetryable(error) : error, retries);
+    return attempt.correction == Correction::Region ||
+           strategy.ShouldRetry(attempt.outcome.GetError(), retries);
 }
 
 Aws::Client::HttpResponseOutcome headOf(const ExchangeOutcome& outcome) {
@@ -36,7 +31,7 @@ ExchangeOutcome retry(Aws::Client::RetryStrategy& strategy, const Sleeper& sleep
         made.outcome.SetRetryCount(static_cast<unsigned>(retries));
         if (made.outcome.IsSuccess() || !shouldRetry(strategy, made, retries)) return std::move(made.outcome);
         lastError = made.outcome.GetError();
-        if (made.corrected) continue;
+        if (made.correction != Correction::None) continue;
         const long delay = strategy.CalculateDelayBeforeNextRetry(*lastError, retries);
         if (delay > 0) sleep(std::chrono::milliseconds(delay));
     }

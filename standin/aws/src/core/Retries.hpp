@@ -9,17 +9,23 @@
 
 namespace standin::aws {
 
+/// What an answer told that makes another attempt worthwhile, at once.
+enum class Correction {
+    None,
+    Time,   ///< if the strategy agrees
+    Region  ///< whatever the strategy says
+};
+
 /// What came of one attempt.
 struct Attempt {
     ExchangeOutcome outcome;
-    /// The answer told something (the time, the region) that makes another attempt worthwhile by itself.
-    bool corrected = false;
+    Correction correction = Correction::None;
 };
 
 using Sleeper = std::function<void(std::chrono::milliseconds)>;
 
 /// Makes attempts until one succeeds or the strategy gives up; the last one's outcome. `attempt` is told the
-/// number of attempts before. A corrected attempt counts as retryable and is repeated without delay.
+/// number of attempts before. A corrected attempt is repeated without delay.
 ExchangeOutcome retry(Aws::Client::RetryStrategy& strategy, const Sleeper& sleep,
                       const std::function<Attempt(long retries)>& attempt);
 

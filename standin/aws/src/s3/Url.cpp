@@ -73,11 +73,11 @@ std::optional<Url> splitUrl(std::string_view text) {
     const std::string_view authority = text.substr(0, text.find('/'));
     if (authority.empty()) return std::nullopt;
     url.path = withoutSlashesAtEnd(text.substr(authority.size()));
-    const auto colon = authority.find(':', authority.front() == '[' ? authority.find(']') : 0);
+    const auto colon = authority.find(':');
     url.host = authority.substr(0, colon);
     if (colon == std::string_view::npos) return url;
     const std::string_view port = authority.substr(colon + 1);
-    if (!isNumeric(port)) return std::nullopt;
+    if (!isNumeric(port) && url.host != "[") return std::nullopt;
     url.port = portNumber(port);
     return url;
 }

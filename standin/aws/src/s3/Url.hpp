@@ -15,7 +15,8 @@ struct Url {
 };
 
 /// Nothing for a text that doesn't begin with "http://" or "https://" and an authority, has a query that
-/// isn't empty, or other than digits for a port.
+/// isn't empty, or has a port of other characters than digits. An IPv6 address in brackets gives no host
+/// name.
 std::optional<Url> splitUrl(std::string_view text);
 
 /// Whether the text begins with "http://" or "https://".

@@ -221,8 +221,9 @@ TEST_F(ExchangeOtherHostTest, IsAskedAfterARedirectThatLeadsNowhere) {
 
 TEST_F(ExchangeOtherHostTest, IsNoneWhereALocationNamesNone) {
     for (const char* const location :
-         {"/x", "localhost", "localhost/x", "//localhost/x", "?x", "http://", "http://user@localhost/x",
-          "http://localhost:x@127.0.0.1/x", "http:// localhost/x", "http://local%68ost/x"}) {
+         {"/x", "/x?y=http://localhost/", "localhost", "localhost/x", "//localhost/x", "?x", "http://",
+          "http://user@localhost/x", "http://localhost:x@127.0.0.1/x", "http:// localhost/x",
+          "http://local%68ost/x"}) {
         EXPECT_THAT(hostsAfter(location, {503, 200}), ElementsAre(server.endpoint(), server.endpoint()));
     }
 }

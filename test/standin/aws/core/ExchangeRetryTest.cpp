@@ -119,6 +119,26 @@ TEST_F(ExchangeRetryTest, SignsForTheRegionThatAnAnswerNamesWhenItsOwnIsAnyRegio
     EXPECT_THAT(seen().at(1).header("authorization"), ::testing::HasSubstr("/eu-west-3/s3/"));
 }
 
+TEST_F(ExchangeRetryTest, LearnsARegionOnceAndWithoutTheStrategysLeave) {
+    allowRetries(0);
+    configuration.region = "aws-global";
+    for (const char* const region : {"eu-west-3", "eu-west-2"})
+        server.expect({Step::send(httpReply(301, {{"x-amz-bucket-region", region}}))});
+    EXPECT_FALSE(send(get()).IsSuccess());
+    EXPECT_EQ(seen().size(), 2U);
+}
+
+TEST_F(ExchangeRetryTest, LearnsARegionFromStatusesThatComplainOfItOnly) {
+    configuration.region = "aws-global";
+    for (const int status : {301, 307, 400, 403}) {
+        server.expect({Step::send(httpReply(status, {{"x-amz-bucket-region", "eu-west-3"}}))});
+        server.expect({Step::send(httpReply(200))});
+        EXPECT_TRUE(send(get()).IsSuccess()) << status;
+    }
+    server.expect({Step::send(httpReply(404, {{"x-amz-bucket-region", "eu-west-3"}}))});
+    EXPECT_FALSE(send(get()).IsSuccess());
+}
+
 TEST_F(ExchangeRetryTest, KeepsItsOwnRegionOtherwise) {
     server.expect({Step::send(httpReply(400, {{"x-amz-bucket-region", "eu-west-3"}}))});
     EXPECT_FALSE(send(get()).IsSuccess());

@@ -92,16 +92,17 @@ TEST_F(Retries, SleepLongerBeforeEachAttemptButTheFirstTwo) {
 }
 
 TEST_F(Retries, RepeatAtOnceWhatAnAnswerCorrected) {
-    const auto outcome = run(inTurn(Attempt{error(true)}, Attempt{error(false), true}, Attempt{reply(200)}));
+    const auto outcome = run(inTurn(Attempt{error(true)}, Attempt{error(true), Correction::Time},
+                                    Attempt{error(false), Correction::Region}, Attempt{reply(200)}));
     EXPECT_TRUE(outcome.IsSuccess());
     EXPECT_THAT(sleeps, IsEmpty());
 }
 
-TEST_F(Retries, ReportACorrectedErrorAsItWas) {
+TEST_F(Retries, AskTheStrategyAfterACorrectedClockButNotAfterACorrectedRegion) {
     strategy = ListeningStrategy(0, 25);
-    const auto outcome = run(inTurn(Attempt{error(false), true}));
-    EXPECT_FALSE(outcome.GetError().ShouldRetry());
-    EXPECT_EQ(made, 1);
+    EXPECT_FALSE(run(inTurn(Attempt{error(true), Correction::Time}, Attempt{reply(200)})).IsSuccess());
+    made = 0;
+    EXPECT_TRUE(run(inTurn(Attempt{error(false), Correction::Region}, Attempt{reply(200)})).IsSuccess());
 }
 
 TEST_F(Retries, TellTheStrategyOfEachAttempt) {

@@ -3,6 +3,7 @@
 #include "replay/RecordedCase.hpp"
 
 #include <aws/core/auth/AWSCredentials.h>
+#include <aws/core/client/ClientConfiguration.h>
 
 namespace replay {
 
@@ -15,5 +16,11 @@ inline Json describe(const Aws::Auth::AWSCredentials& credentials) {
             {"is_empty", credentials.IsEmpty()},
             {"expiration", never ? Json("max") : Json(credentials.GetExpiration().Millis())}};
 }
+
+/// The members that the stand-in has as well, and what the retry strategy says.
+Json describe(const Aws::Client::ClientConfiguration& configuration);
+
+/// The members of `all` that `wanted` has: what isn't in a case isn't compared.
+Json only(const Json& wanted, const Json& all);
 
 }  // namespace replay
