@@ -1,7 +1,10 @@
 #include <aws/s3/model/CompleteMultipartUploadResult.h>
+#include <aws/s3/model/CreateMultipartUploadRequest.h>
 #include <aws/s3/model/CreateMultipartUploadResult.h>
 #include <aws/s3/model/GetBucketLocationResult.h>
+#include <aws/s3/model/ListObjectsV2Request.h>
 #include <aws/s3/model/ListObjectsV2Result.h>
+#include <aws/s3/model/UploadPartCopyRequest.h>
 #include <aws/s3/model/UploadPartCopyResult.h>
 
 #include <algorithm>
@@ -12,8 +15,14 @@
 
 using namespace fuzz;
 using namespace standin::aws::s3;
+using namespace Aws::S3::Model;
 
 namespace {
+
+template <typename Request>
+bool hasFault(const Answer& answer) {
+    return !describe(Request()).faultOf(answer).empty();
+}
 
 bool isEmpty(const Aws::S3::Model::ListObjectsV2Result& page) {
     return page.GetContents().empty() && page.GetCommonPrefixes().empty() && !page.GetIsTruncated() &&
@@ -25,6 +34,9 @@ void checkListing(Answer& answer, std::string_view text) {
     const auto tags = static_cast<std::size_t>(std::count(text.begin(), text.end(), '<'));
     require(page.GetContents().size() + page.GetCommonPrefixes().size() <= tags, "an entry has a tag");
     require(answer.root() != nullptr || isEmpty(page), "a document without root lists nothing");
+    const bool goesNowhere = page.GetIsTruncated() && page.GetNextContinuationToken().empty();
+    require(!goesNowhere || hasFault<ListObjectsV2Request>(answer),
+            "a truncated listing says where it goes on");
 }
 
 void checkUploads(Answer& answer) {
@@ -35,6 +47,10 @@ void checkUploads(Answer& answer) {
     require(completed.GetETag() == copied.GetCopyPartResult().GetETag(), "all read alike");
     const bool nothing = created.GetUploadId().empty() && completed.GetLocation().empty();
     require(answer.root() != nullptr || nothing, "a document without root holds nothing");
+    require(hasFault<CreateMultipartUploadRequest>(answer) == created.GetUploadId().empty(),
+            "an upload has an id");
+    require(hasFault<UploadPartCopyRequest>(answer) == copied.GetCopyPartResult().GetETag().empty(),
+            "a part has a tag");
 }
 
 /// Only for short names: each that is new is remembered until the process ends.
