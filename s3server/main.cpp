@@ -1,6 +1,7 @@
 #include <pthread.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <iostream>
@@ -73,6 +74,12 @@ void printRequest(const s3server::RequestRecord& request) {
               << request.bodyBytes << ' ' << request.responseBytes << std::endl;
 }
 
+/// What CLI11 reads as a number without a sign wraps around when it has one, or too many digits.
+std::string refuseNoNumber(const std::string& text) {
+    const auto digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    return digits >= 1 && digits <= 18 ? "" : "'" + text + "' is no size";
+}
+
 void define(CLI::App& app, Arguments& arguments, std::vector<std::string>& faults) {
     app.add_option("--address", arguments.options.address, "IP address to listen on")->capture_default_str();
     app.add_option("--port", arguments.options.port, "port to listen on, 0 for any")->capture_default_str();
@@ -92,13 +99,16 @@ void define(CLI::App& app, Arguments& arguments, std::vector<std::string>& fault
     app.add_option("--memory", arguments.options.memoryLimit,
                    "most bytes to keep, such as 512MiB; what would go beyond is refused with 507 "
                    "InsufficientStorage; three quarters of the machine's memory unless given")
-        ->transform(CLI::AsSizeValue(true));
+        ->transform(CLI::AsSizeValue(true))
+        ->transform(CLI::Validator(refuseNoNumber, ""));
     app.add_flag("--no-auth", arguments.noAuth, "accept every request, signed or not");
     app.add_option("--fault", faults, "something that is to go wrong, see below; may be repeated");
-    app.add_option("--control-port", arguments.options.controlPort,
-                   "port to take control requests on, 0 for any, see below; none unless given");
+    auto* const controlPort =
+        app.add_option("--control-port", arguments.options.controlPort,
+                       "port to take control requests on, 0 for any, see below; none unless given");
     app.add_option("--control-address", arguments.options.controlAddress,
                    "IP address of that port; whoever can connect to it may plan faults")
+        ->needs(controlPort)
         ->capture_default_str();
     app.add_flag("--log", arguments.log,
                  "write a line per request to standard error: connection, method, target, operation, status, "

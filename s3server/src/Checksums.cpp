@@ -14,10 +14,11 @@
 namespace s3server {
 namespace {
 
-std::string bigEndian(std::uint32_t number) {
-    std::string bytes;
-    for (const unsigned shift : {24U, 16U, 8U, 0U})
-        bytes += static_cast<char>(number >> shift & 255U);
+template <class Number>
+std::string bigEndian(Number number) {
+    std::string bytes(sizeof number, '\0');
+    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte, number >>= 8U)
+        *byte = static_cast<char>(number & 255U);
     return bytes;
 }
 
@@ -28,8 +29,13 @@ std::string crc32Of(const Bytes& body) {
     return bigEndian(static_cast<std::uint32_t>(sum));
 }
 
-std::string crc32cOf(const Bytes& body) {
-    boost::crc_optimal<32, 0x1EDC6F41, 0xFFFFFFFF, 0xFFFFFFFF, true, true> sum;
+using Crc32c = boost::crc_optimal<32, 0x1EDC6F41, 0xFFFFFFFF, 0xFFFFFFFF, true, true>;
+using Crc64Nvme =
+    boost::crc_optimal<64, 0xAD93D23594C93659, 0xFFFFFFFFFFFFFFFF, 0xFFFFFFFFFFFFFFFF, true, true>;
+
+template <class Crc>
+std::string crcOf(const Bytes& body) {
+    Crc sum;
     for (const auto& segment : body.segments())
         sum.process_bytes(segment.data.get(), segment.size);
     return bigEndian(sum.checksum());
@@ -43,7 +49,8 @@ struct Algorithm {
 constexpr std::string_view headerStart = "x-amz-checksum-";
 constexpr std::array algorithms{
     Algorithm{"x-amz-checksum-crc32", crc32Of},
-    Algorithm{"x-amz-checksum-crc32c", crc32cOf},
+    Algorithm{"x-amz-checksum-crc32c", crcOf<Crc32c>},
+    Algorithm{"x-amz-checksum-crc64nvme", crcOf<Crc64Nvme>},
     Algorithm{"x-amz-checksum-sha1", [](const Bytes& body) { return digestOf(Digest::sha1(), body); }},
     Algorithm{"x-amz-checksum-sha256", [](const Bytes& body) { return digestOf(Digest::sha256(), body); }},
 };

@@ -22,7 +22,8 @@ const std::string remote = "embedded:" + bucket;
 
 }  // namespace
 
-/// Its remote "embedded:" is the server; all of it comes from the environment, so that no file holds the keys.
+/// Its remote "embedded:" is the server; all of it comes from the environment, so that no file holds the
+/// keys.
 class Rclone : public S3Tool {
 protected:
     explicit Rclone(Way way = Way::HttpPath) : S3Tool("rclone", way) {
@@ -146,7 +147,7 @@ TEST_F(Rclone, IsRefusedWithAWrongKey) {
     server.putObject(bucket, "key", "content");
     environment["RCLONE_CONFIG_EMBEDDED_SECRET_ACCESS_KEY"] = "wrong";
     expectRefusal({"ls", remote}, "SignatureDoesNotMatch");
-    expectRefusal({"copyto", remote + "/key", "back"}, "");
+    expectRefusal({"copyto", remote + "/key", "back"}, "403");
     EXPECT_FALSE(std::filesystem::exists(folder / "back"));
 }
 

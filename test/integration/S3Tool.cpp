@@ -19,8 +19,8 @@ std::string joined(const std::vector<std::string>& words) {
 
 }  // namespace
 
-S3Tool::S3Tool(std::string program, Way way)
-    : program(std::move(program)),
+S3Tool::S3Tool(std::string name, Way way)
+    : program(std::move(name)),
       target(way),
       environment{{"HOME", folder.string()}, {"PATH", "/usr/bin:/bin"}, {"LC_ALL", "C.UTF-8"}} {}
 

@@ -12,11 +12,11 @@
 
 namespace testsupport {
 
-/// Another's command-line tool for S3, talking to an embedded server, with a folder of its own for its files and
-/// nothing of this machine's configuration. Skips the test where the tool isn't installed.
+/// Another's command-line tool for S3, talking to an embedded server, with a folder of its own for its files
+/// and nothing of this machine's configuration. Skips the test where the tool isn't installed.
 class S3Tool : public ::testing::Test {
 public:
-    S3Tool(std::string program, Way way);
+    S3Tool(std::string name, Way way);
 
 protected:
     void SetUp() override;
@@ -43,8 +43,8 @@ protected:
     std::vector<std::string> leadingArguments;
 };
 
-/// Beyond every tool's threshold for uploads in parts, as the tests set it. Its bytes differ from one part to the
-/// next.
+/// Beyond every tool's threshold for uploads in parts, as the tests set it. Its bytes differ from one part to
+/// the next.
 std::string largeContent();
 
 }  // namespace testsupport

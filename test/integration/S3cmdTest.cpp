@@ -3,6 +3,7 @@
 #include <string>
 
 #include "integration/S3Tool.hpp"
+#include "support/TestCertificate.hpp"
 
 using namespace testsupport;
 using ::testing::ElementsAre;
@@ -129,7 +130,7 @@ TEST_F(S3cmd, SignsWithVersion4AndIsRefusedWithAWrongKey) {
 
 TEST_F(S3cmd, IsToldWhatIsMissing) {
     expectRefusal({"ls", "s3://missing-bucket"}, "NoSuchBucket");
-    expectRefusal({"get", address + "/missing", "back"}, "404");
+    expectRefusal({"get", address + "/missing", "back"}, "missing");
     EXPECT_FALSE(std::filesystem::exists(folder / "back"));
 }
 
@@ -161,6 +162,8 @@ protected:
 };
 
 TEST_F(S3cmdOverTls, WantsACertificateItTrusts) {
-    leadingArguments.insert(leadingArguments.end(), {"--ca-certs", "/nonexistent"});
-    expectRefusal({"ls"}, "");
+    const TestAuthority stranger;
+    leadingArguments.insert(leadingArguments.end(), {"--ca-certs", stranger.caFile()});
+    expectRefusal({"ls"}, "certificate");
+    EXPECT_THAT(server.requests(), IsEmpty());
 }

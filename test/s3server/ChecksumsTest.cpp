@@ -18,6 +18,7 @@ TEST(Checksums, AcceptTheRightOneOfEachKind) {
     EXPECT_EQ(refusalFor("content-md5", "JfnnlDI7RTiF9RgfG2JNCw=="), "");
     EXPECT_EQ(refusalFor("x-amz-checksum-crc32", "y/Q5Jg=="), "");
     EXPECT_EQ(refusalFor("x-amz-checksum-crc32c", "4waSgw=="), "");
+    EXPECT_EQ(refusalFor("x-amz-checksum-crc64nvme", "rosUhgp5mIg="), "");
     EXPECT_EQ(refusalFor("x-amz-checksum-sha1", "98O8HYCOBHMq32eZZczDTKeuNEE="), "");
     EXPECT_EQ(refusalFor("x-amz-checksum-sha256", "FeKw08M4keuw8e9gnsQZQgwg4yDOlMZfvIwzEkSOsiU="), "");
 }
@@ -26,6 +27,7 @@ TEST(Checksums, RefuseAWrongOneOfEachKind) {
     EXPECT_EQ(refusalFor("content-md5", "AAAAAAAAAAAAAAAAAAAAAA=="), "BadDigest");
     EXPECT_EQ(refusalFor("x-amz-checksum-crc32", "AAAAAA=="), "BadDigest");
     EXPECT_EQ(refusalFor("x-amz-checksum-crc32c", "AAAAAA=="), "BadDigest");
+    EXPECT_EQ(refusalFor("x-amz-checksum-crc64nvme", "AAAAAAAAAAA="), "BadDigest");
     EXPECT_EQ(refusalFor("x-amz-checksum-sha1", "AAAAAAAAAAAAAAAAAAAAAAAAAAA="), "BadDigest");
     EXPECT_EQ(refusalFor("x-amz-checksum-sha256", "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA="),
               "BadDigest");
@@ -38,7 +40,7 @@ TEST(Checksums, RefuseWhatIsNoChecksum) {
 }
 
 TEST(Checksums, RefuseAKindTheyDontKnow) {
-    EXPECT_EQ(refusalFor("x-amz-checksum-crc64nvme", "AAAAAAAAAAA="), "NotImplemented");
+    EXPECT_EQ(refusalFor("x-amz-checksum-xxhash", "AAAAAAAAAAA="), "NotImplemented");
 }
 
 TEST(Checksums, TakeHeadersAboutChecksumsForNone) {
