@@ -222,7 +222,7 @@ TEST_F(PlantedSecrets, ArentToldWhenTheSettingsAreIllFormed) {
 
 TEST_F(PlantedSecrets, ArentToldWhenTheyStandInAnAddress) {
     environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "https://me:" + std::string(planted) + "@evil.example/");
-    expectUsesToFail("Unknown error", "Invalid DNS Label");
+    expectUsesToFail("Unknown error", "Invalid DNS Label|not a valid URI");
     EXPECT_THAT(proxy.tunnels(), IsEmpty());
 }
 

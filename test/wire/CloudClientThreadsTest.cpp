@@ -46,7 +46,7 @@ private:
 TEST(CloudClientThreads, ShareOneClientAndKeepTheirOwnIndentation) {
     constexpr int threadCount = 8;
     constexpr int callsEach = 20;
-    ScriptedServer server({{Step::send(httpReply(200, {}, "content"))}}, {std::nullopt, false, true});
+    ScriptedServer server({{Step::send(httpReply(200, {}, "content"))}}, {std::nullopt, false, false, true});
     LogCapture log({clientChannel}, 0x7FFF);
     storage::s3provider::S3CloudClient client("b", plainClient(server.endpoint()), {1, 0}, "eu-west-3");
     std::atomic<int> wrong = 0;
@@ -82,7 +82,7 @@ TEST(CloudClientThreads, HaveAsManyRequestsOnTheWayAsConnectionsAreAllowedAlsoWh
         gauge.pass(allowed);
         return httpReply(404, {{"Content-Length", "100"}}, "cut");
     };
-    ScriptedServer server({{Step::sendMade(fail), Step::reset()}}, {std::nullopt, false, true});
+    ScriptedServer server({{Step::sendMade(fail), Step::reset()}}, {std::nullopt, false, false, true});
     auto configuration = plainConfiguration(server.endpoint());
     configuration.maxConnections = allowed;
     storage::s3provider::S3CloudClient client("b", sdkClient(configuration), {1, 0}, "eu-west-3");
