@@ -77,6 +77,12 @@ constexpr std::array resources{
     Resource{"/requests", "GET, DELETE", counted},
 };
 
+/// Beast has string views of its own.
+template <class View>
+std::string_view viewOf(const View& view) {
+    return {view.data(), view.size()};
+}
+
 std::string textOf(const ControlResponse& response, bool keepAlive, unsigned version) {
     http::response<http::string_body> message{static_cast<http::status>(response.status), version};
     message.set(http::field::content_type, "text/plain; charset=utf-8");
@@ -94,7 +100,10 @@ bool serveOne(ReadStream& stream, boost::beast::flat_buffer& buffer, const Contr
     http::request_parser<http::string_body> parser;
     parser.body_limit(largestBody);
     boost::system::error_code error;
-    http::read(stream, buffer, parser, error);
+    http::read_header(stream, buffer, parser, error);
+    if (!error && lowered(viewOf(parser.get()[http::field::expect])) == "100-continue")
+        stream.wire.write("HTTP/1.1 100 Continue\r\n\r\n");
+    if (!error) http::read(stream, buffer, parser, error);
     if (error == http::error::end_of_stream || error == boost::asio::error::eof ||
         error == http::error::partial_message)
         return false;
@@ -103,10 +112,8 @@ bool serveOne(ReadStream& stream, boost::beast::flat_buffer& buffer, const Contr
         return false;
     }
     const auto& request = parser.get();
-    const auto method = request.method_string();
-    const auto target = request.target();
     ControlResponse response =
-        control({method.data(), method.size()}, {target.data(), target.size()}, request.body(), controlled);
+        control(viewOf(request.method_string()), viewOf(request.target()), request.body(), controlled);
     if (request.method() == http::verb::head) response.body.clear();
     const std::string text = textOf(response, request.keep_alive(), request.version());
     return stream.wire.write(text) == text.size() && request.keep_alive();

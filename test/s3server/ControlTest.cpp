@@ -113,6 +113,14 @@ TEST_F(Control, RefusesWhatItDoesntKnow) {
     EXPECT_THAT(connection.readToEnd(), StartsWith("HTTP/1.1 400 Bad Request\r\n"));
 }
 
+TEST_F(Control, AsksForTheBodyAtOnce) {
+    RawConnection connection(controlPort());
+    connection.send("PUT /faults HTTP/1.1\r\nHost: h\r\nExpect: 100-continue\r\nContent-Length: 5\r\n\r\n");
+    EXPECT_EQ(connection.readThrough("\r\n\r\n"), "HTTP/1.1 100 Continue\r\n\r\n");
+    connection.send("reset");
+    EXPECT_THAT(connection.readThrough("\r\n\r\nreset\n"), StartsWith("HTTP/1.1 200 OK\r\n"));
+}
+
 TEST_F(Control, TakesNoEndlessBody) {
     RawConnection connection(controlPort());
     connection.send("POST /faults HTTP/1.1\r\nHost: h\r\nContent-Length: 99999999999\r\n\r\nreset\n");
