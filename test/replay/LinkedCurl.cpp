@@ -54,9 +54,10 @@ bool endsWithATunnel(const Json& wire) {
 }
 
 void setAddress(Json& error, const std::string& address) {
-    static const std::regex line("(Resolved remote host IP address: ).*");
+    const std::string label = "Resolved remote host IP address: ";
     error["remote_ip"] = address;
-    error["text"] = std::regex_replace(error["text"].get<std::string>(), line, "$1" + address);
+    error["text"] =
+        std::regex_replace(error["text"].get<std::string>(), std::regex(label + ".*"), label + address);
 }
 
 void takeAddresses(Json& recorded) {
@@ -78,8 +79,13 @@ bool repeatsAnUpload(const Json& recorded) {
     return (method == "PUT" || method == "POST") && wire.size() > recorded["outcomes"].size();
 }
 
+bool isNewerThanTheRecordings() {
+    constexpr unsigned recorded = 0x075801;  // 7.88.1
+    return curl_version_info(CURLVERSION_NOW)->version_num > recorded;
+}
+
 void takeConnections(Json& recorded, const Json& seen) {
-    if (!repeatsAnUpload(recorded)) return;
+    if (!isNewerThanTheRecordings() || !repeatsAnUpload(recorded)) return;
     for (std::size_t i = 0; i < recorded["wire"].size() && i < seen["wire"].size(); ++i)
         recorded["wire"][i]["connection"] = seen["wire"][i]["connection"];
 }
