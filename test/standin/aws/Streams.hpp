@@ -26,6 +26,21 @@ private:
     std::streamsize xsgetn(char*, std::streamsize) override { throw std::runtime_error("no"); }
 };
 
+/// Has its end five bytes behind the last one it holds.
+class OverstatingBuffer : public std::stringbuf {
+public:
+    using std::stringbuf::stringbuf;
+
+private:
+    pos_type seekoff(off_type offset, std::ios_base::seekdir from, std::ios_base::openmode which) override {
+        const off_type position = std::stringbuf::seekoff(offset, from, which);
+        if (from != std::ios_base::cur) atEnd_ = from == std::ios_base::end;
+        return atEnd_ ? position + 5 : position;
+    }
+
+    bool atEnd_ = false;
+};
+
 /// A stream that owns its buffer.
 template <typename Buffer>
 struct StreamOver : std::iostream {

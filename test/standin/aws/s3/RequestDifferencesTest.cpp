@@ -278,6 +278,18 @@ TEST_F(UnsendableBodies, AreShorterThanTheySay) {
     EXPECT_EQ(server.connections(), 0U);
 }
 
+TEST_F(UnsendableBodies, HoldLessThanTheirStreamsSay) {
+    expectRefusal(std::make_shared<StreamOver<OverstatingBuffer>>("01234"));
+}
+
+TEST_F(UnsendableBodies, AreMissingThoughTheyHaveALength) {
+    auto object = about<PutObjectRequest>("k");
+    object.SetBody(nullptr);
+    object.SetContentLength(5);
+    expectRefused(client.PutObject(object));
+    EXPECT_EQ(server.connections(), 0U);
+}
+
 TEST(DigestsOfABody, CoverWhatIsSentOfIt) {
     ScriptedServer server({{Step::send(httpReply(200))}});
     auto request = about<PutObjectRequest>("k");
