@@ -222,8 +222,9 @@ TEST_F(PlantedSecrets, ArentToldWhenTheSettingsAreIllFormed) {
 
 TEST_F(PlantedSecrets, ArentToldWhenTheyStandInAnAddress) {
     environment.set("ZR_AWS_ENDPOINT_OVERRIDE", "https://me:" + std::string(planted) + "@evil.example/");
-    expectUsesToFail("Unknown error", "Invalid DNS Label|not a valid URI");
-    EXPECT_THAT(proxy.tunnels(), IsEmpty());
+    // The SDK itself makes another host of the user's name, asks for that, and is refused by the certificate.
+    expectUsesToFail("Unknown error", "Invalid DNS Label|not a valid URI|curlCode: 60, ");
+    EXPECT_THAT(proxy.tunnels(), Each(AllOf(Not(HasSubstr("evil.example")), Not(HasSubstr(planted)))));
 }
 
 TEST_F(PlantedSecrets, ArentToldWhenTheProxyIsNone) {
