@@ -41,6 +41,8 @@ protected:
     }
 };
 
+class ExchangeContentTest : public ExchangeDocumentTest {};
+
 TEST_F(ExchangeDocumentTest, MayHaveSixteenMebibytes) {
     const std::string document(16 * mebibyte, 'x');
     server.expect({Step::send(httpReply(200, {}, document))});
@@ -64,13 +66,13 @@ TEST_F(ExchangeDocumentTest, IsAlsoWhatSaysThatContentCantBeHad) {
     expectRefusal(send(content("bytes=0-9")));
 }
 
-TEST_F(ExchangeDocumentTest, IsNotWhatContentIs) {
+TEST_F(ExchangeContentTest, MayHaveAnyAnnouncedLength) {
     const std::string bytes(65 * mebibyte, 'x');
     server.expect({Step::send(httpReply(200, {}, bytes))});
     EXPECT_EQ(bodyOf(send(content())), bytes);
 }
 
-TEST_F(ExchangeDocumentTest, IsNotWhatContentOfNoAnnouncedLengthIs) {
+TEST_F(ExchangeContentTest, MayHave64MebibytesWithoutAnAnnouncedLength) {
     const std::string bytes(17 * mebibyte, 'x');
     server.expect({Step::send("HTTP/1.1 200 OK\r\n\r\n" + bytes), Step::close()});
     EXPECT_EQ(bodyOf(send(content())), bytes);
@@ -78,7 +80,7 @@ TEST_F(ExchangeDocumentTest, IsNotWhatContentOfNoAnnouncedLengthIs) {
     expectRefusal(send(content()));
 }
 
-TEST_F(ExchangeDocumentTest, IsNotWhatARangeIsWhichHoldsNoMoreThanWasAskedFor) {
+TEST_F(ExchangeContentTest, OfARangeIsNoLongerThanWasAskedFor) {
     for (const int status : {200, 206}) {
         for (const char* const bytes : {"", "0123", "0123456789"}) {
             server.expect({Step::send(httpReply(status, {}, bytes))});
@@ -91,14 +93,14 @@ TEST_F(ExchangeDocumentTest, IsNotWhatARangeIsWhichHoldsNoMoreThanWasAskedFor) {
     }
 }
 
-TEST_F(ExchangeDocumentTest, IsNotWhatAWholeObjectIsInPlaceOfARange) {
+TEST_F(ExchangeContentTest, OfAWholeObjectInPlaceOfARangeIsAnError) {
     for (const char* const length : {"Connection: close", "Content-Length: 9000000000"}) {
         answerWithoutEnd("HTTP/1.1 200 OK\r\n" + std::string(length));
         expectRefusal(send(content("bytes=0-8388607")));
     }
 }
 
-TEST_F(ExchangeDocumentTest, IsAskedForOnceWhenItIsTooLong) {
+TEST_F(ExchangeContentTest, IsAskedForOnceWhenItIsTooLong) {
     configuration.retryStrategy = std::make_shared<Aws::Client::DefaultRetryStrategy>(3, 0);
     server.expect({Step::send(httpReply(200, {}, "01234567890"))});
     expectRefusal(send(content("bytes=0-9")));
