@@ -1,9 +1,9 @@
-#include "AwsChunked.hpp"
+#include "auth/AwsChunked.hpp"
 
 #include <algorithm>
 
 #include "FuzzTarget.hpp"
-#include "S3Error.hpp"
+#include "operations/S3Error.hpp"
 
 using namespace fuzz;
 using namespace s3server;

@@ -5,7 +5,7 @@
 #include "FuzzTarget.hpp"
 #include "HttpAnswers.hpp"
 #include "ServerWire.hpp"
-#include "Session.hpp"
+#include "http/Session.hpp"
 #include "TestBucket.hpp"
 
 namespace fuzz {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Dates.hpp"
+#include "text/Dates.hpp"
 #include "FuzzTarget.hpp"
 
 using namespace fuzz;

@@ -1,10 +1,10 @@
-#include "Encoding.hpp"
+#include "text/Encoding.hpp"
 
 #include <tinyxml2.h>
 #include <utf8.h>
 
 #include "FuzzTarget.hpp"
-#include "Xml.hpp"
+#include "text/Xml.hpp"
 
 using namespace fuzz;
 using namespace s3server;

@@ -5,7 +5,7 @@
 
 #include "FuzzTarget.hpp"
 #include "NumberParsing.hpp"
-#include "Text.hpp"
+#include "text/Text.hpp"
 #include "s3/Answer.hpp"
 
 using namespace fuzz;

@@ -1,12 +1,12 @@
-#include "Range.hpp"
+#include "http/Range.hpp"
 
 #include <algorithm>
 #include <string>
 
 #include "DownloadAttempts.hpp"
 #include "FuzzTarget.hpp"
-#include "S3Error.hpp"
-#include "Text.hpp"
+#include "operations/S3Error.hpp"
+#include "text/Text.hpp"
 
 using namespace fuzz;
 using s3server::Range;

@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "Digest.hpp"
-#include "Encoding.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
 #include "FuzzTarget.hpp"
 #include "TestBucket.hpp"
 

@@ -1,6 +1,6 @@
 #include "UrlDecode.hpp"
 
-#include "Encoding.hpp"
+#include "text/Encoding.hpp"
 #include "FuzzTarget.hpp"
 
 using namespace fuzz;

@@ -1,4 +1,4 @@
-#include "Authentication.hpp"
+#include "auth/Authentication.hpp"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Bytes.hpp"
+#include "store/Bytes.hpp"
 
 #include <gmock/gmock.h>
 

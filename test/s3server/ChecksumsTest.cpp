@@ -1,8 +1,8 @@
-#include "Checksums.hpp"
+#include "store/Checksums.hpp"
 
 #include <gmock/gmock.h>
 
-#include "Digest.hpp"
+#include "text/Digest.hpp"
 #include "Refusal.hpp"
 
 namespace s3server::test {

@@ -1,4 +1,4 @@
-#include "Conditions.hpp"
+#include "operations/Conditions.hpp"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Dates.hpp"
+#include "text/Dates.hpp"
 
 #include <gmock/gmock.h>
 

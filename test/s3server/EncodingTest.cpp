@@ -1,4 +1,4 @@
-#include "Encoding.hpp"
+#include "text/Encoding.hpp"
 
 #include <gmock/gmock.h>
 

@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "FaultPlan.hpp"
+#include "faults/FaultPlan.hpp"
 
 namespace s3server::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "Listing.hpp"
+#include "operations/Listing.hpp"
 
 #include <gmock/gmock.h>
 

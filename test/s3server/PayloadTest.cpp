@@ -1,12 +1,12 @@
-#include "Payload.hpp"
+#include "auth/Payload.hpp"
 
 #include <gmock/gmock.h>
 
 #include <cstring>
 
-#include "Authentication.hpp"
-#include "Digest.hpp"
-#include "Encoding.hpp"
+#include "auth/Authentication.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
 #include "PublishedRequests.hpp"
 #include "Refusal.hpp"
 

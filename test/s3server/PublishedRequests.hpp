@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Dates.hpp"
-#include "Request.hpp"
+#include "text/Dates.hpp"
+#include "http/Request.hpp"
 #include "s3server/Options.hpp"
 
 /// The worked examples of the S3 API reference ("Authenticating Requests: Using the Authorization Header",

@@ -1,4 +1,4 @@
-#include "Range.hpp"
+#include "http/Range.hpp"
 
 #include <gmock/gmock.h>
 

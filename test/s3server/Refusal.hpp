@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "S3Error.hpp"
+#include "operations/S3Error.hpp"
 
 namespace s3server::test {
 

@@ -1,4 +1,4 @@
-#include "Request.hpp"
+#include "http/Request.hpp"
 
 #include <gmock/gmock.h>
 

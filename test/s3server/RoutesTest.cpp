@@ -1,4 +1,4 @@
-#include "Routes.hpp"
+#include "operations/Routes.hpp"
 
 #include <gmock/gmock.h>
 

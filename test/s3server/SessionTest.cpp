@@ -1,4 +1,4 @@
-#include "Session.hpp"
+#include "http/Session.hpp"
 
 #include <gmock/gmock.h>
 

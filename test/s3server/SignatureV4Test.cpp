@@ -1,8 +1,8 @@
-#include "SignatureV4.hpp"
+#include "auth/SignatureV4.hpp"
 
 #include <gmock/gmock.h>
 
-#include "Digest.hpp"
+#include "text/Digest.hpp"
 #include "PublishedRequests.hpp"
 
 namespace s3server::test {

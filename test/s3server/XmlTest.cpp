@@ -1,9 +1,9 @@
-#include "Xml.hpp"
+#include "text/Xml.hpp"
 
 #include <gmock/gmock.h>
 
 #include "Refusal.hpp"
-#include "XmlReader.hpp"
+#include "text/XmlReader.hpp"
 
 namespace s3server::test {
 namespace {
