@@ -7,7 +7,6 @@
 
 #include "DiagnosticRecord.hpp"
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <string>
 
-#include "support/Channels.hpp"
 #include "support/CleanEnvironment.hpp"
 #include "support/Environment.hpp"
 #include "support/LogCapture.hpp"

@@ -45,11 +45,11 @@ std::size_t announcedBodySize(const SeenRequest& head) {
 
 }  // namespace
 
-ScriptedConnection::ScriptedConnection(Channel& channel, Conversation& conversation, SSL_CTX* tls, int number)
-    : channel_(channel), conversation_(conversation), tls_(tls), number_(number) {}
+ScriptedConnection::ScriptedConnection(AcceptedSocket& socket, Conversation& conversation, SSL_CTX* tls, int number)
+    : socket_(socket), conversation_(conversation), tls_(tls), number_(number) {}
 
 void ScriptedConnection::serve(bool tlsFromStart) {
-    if (tlsFromStart && !channel_.startTls(*tls_)) return;
+    if (tlsFromStart && !socket_.startTls(*tls_)) return;
     while (serveRequest()) {
     }
 }
@@ -69,7 +69,7 @@ bool ScriptedConnection::readHead(SeenRequest& head) {
     constexpr std::string_view end = "\r\n\r\n";
     std::array<char, 16384> buffer{};
     while (received_.find(end) == std::string::npos) {
-        const std::size_t count = channel_.readSome(buffer.data(), buffer.size());
+        const std::size_t count = socket_.readSome(buffer.data(), buffer.size());
         if (count == 0) return false;
         received_.append(buffer.data(), count);
     }
@@ -78,7 +78,7 @@ bool ScriptedConnection::readHead(SeenRequest& head) {
     parseHead(head.head, head);
     received_.erase(0, size + end.size());
     head.connection = number_;
-    head.tls = channel_.isTls();
+    head.tls = socket_.isTls();
     return true;
 }
 
@@ -88,7 +88,7 @@ bool ScriptedConnection::readBody() {
     std::array<char, 65536> buffer{};
     while (body.size() < bodySize_) {
         const std::size_t count =
-            channel_.readSome(buffer.data(), std::min(buffer.size(), bodySize_ - body.size()));
+            socket_.readSome(buffer.data(), std::min(buffer.size(), bodySize_ - body.size()));
         if (count == 0) break;
         body.append(buffer.data(), count);
     }
@@ -99,7 +99,7 @@ bool ScriptedConnection::readBody() {
 
 bool ScriptedConnection::play(const Script& script, bool expectsContinue) {
     const bool bodyFirst = !holds<Step::ReadBody>(script) && !holds<Step::NoReadBody>(script);
-    if (bodyFirst && expectsContinue && !channel_.write("HTTP/1.1 100 Continue\r\n\r\n")) return false;
+    if (bodyFirst && expectsContinue && !socket_.write("HTTP/1.1 100 Continue\r\n\r\n")) return false;
     if (bodyFirst && !readBody()) return false;
     return std::all_of(script.begin(), script.end(), [this](const Step& step) {
         return std::visit([this](const auto& action) { return perform(action); }, step.action);
@@ -108,30 +108,30 @@ bool ScriptedConnection::play(const Script& script, bool expectsContinue) {
 
 // What follows a granted CONNECT is TLS if it looks like it, else more HTTP.
 bool ScriptedConnection::enterTunnel() {
-    const bool handshake = tls_ && channel_.peek() == tlsHandshakeRecord;
-    return !handshake || channel_.startTls(*tls_);
+    const bool handshake = tls_ && socket_.peek() == tlsHandshakeRecord;
+    return !handshake || socket_.startTls(*tls_);
 }
 
 bool ScriptedConnection::perform(const Step::Send& step) {
     for (std::size_t i = 0; i < step.times; ++i)
-        if (!channel_.write(step.bytes)) return false;
+        if (!socket_.write(step.bytes)) return false;
     return true;
 }
 
 bool ScriptedConnection::perform(const Step::SendMade& step) {
-    return channel_.write(step.make());
+    return socket_.write(step.make());
 }
 
 bool ScriptedConnection::perform(const Step::Drip& step) {
     for (std::size_t i = 0; i < step.bytes.size(); ++i) {
-        if (i > 0 && !channel_.pause(step.each)) return false;
-        if (!channel_.write(std::string_view(step.bytes).substr(i, 1))) return false;
+        if (i > 0 && !socket_.pause(step.each)) return false;
+        if (!socket_.write(std::string_view(step.bytes).substr(i, 1))) return false;
     }
     return true;
 }
 
 bool ScriptedConnection::perform(const Step::Sleep& step) {
-    return channel_.pause(step.duration);
+    return socket_.pause(step.duration);
 }
 
 bool ScriptedConnection::perform(const Step::ReadBody&) {
@@ -147,7 +147,7 @@ bool ScriptedConnection::perform(const Step::Close&) {
 }
 
 bool ScriptedConnection::perform(const Step::Reset&) {
-    channel_.reset();
+    socket_.reset();
     return false;
 }
 

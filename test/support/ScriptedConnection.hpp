@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Channel.hpp"
+#include "support/AcceptedSocket.hpp"
 #include "support/Conversation.hpp"
 
 #include <string>
@@ -10,8 +10,8 @@ namespace testsupport {
 /// Serves one connection: reads requests and plays the scripts the conversation has for them. For one thread.
 class ScriptedConnection {
 public:
-    /// `tls` is null if the server has no certificate; it, the channel and the conversation outlive this.
-    ScriptedConnection(Channel& channel, Conversation& conversation, SSL_CTX* tls, int number);
+    /// `tls` is null if the server has no certificate; it, the socket and the conversation outlive this.
+    ScriptedConnection(AcceptedSocket& socket, Conversation& conversation, SSL_CTX* tls, int number);
 
     /// Returns when the connection has ended.
     void serve(bool tlsFromStart);
@@ -34,7 +34,7 @@ private:
     bool perform(const Step::Reset& step);
     bool perform(const Step::ConnectReply& step);
 
-    Channel& channel_;
+    AcceptedSocket& socket_;
     Conversation& conversation_;
     SSL_CTX* tls_;
     int number_;

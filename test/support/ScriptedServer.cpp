@@ -1,6 +1,6 @@
 #include "support/ScriptedServer.hpp"
 
-#include "support/Channel.hpp"
+#include "support/AcceptedSocket.hpp"
 #include "support/Conversation.hpp"
 #include "support/ScriptedConnection.hpp"
 
@@ -154,9 +154,9 @@ private:
     }
 
     void serve(int socket, int number, bool tlsFromStart) {
-        Channel channel(socket, stop_.get(), bytesReceived_);
-        ScriptedConnection(channel, conversation_, tls_.get(), number).serve(tlsFromStart);
-        channel.close();
+        AcceptedSocket accepted(socket, stop_.get(), bytesReceived_);
+        ScriptedConnection(accepted, conversation_, tls_.get(), number).serve(tlsFromStart);
+        accepted.close();
         const std::lock_guard lock(mutex_);
         --open_;
         ended_.notify_all();

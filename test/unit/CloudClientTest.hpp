@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "S3CloudClient.hpp"
-#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/MockS3Client.hpp"

@@ -5,7 +5,6 @@
 #include <sstream>
 #include <thread>
 
-#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/ScriptedServer.hpp"

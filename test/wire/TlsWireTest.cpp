@@ -3,7 +3,6 @@
 #include <sstream>
 
 #include "DiagnosticRecord.hpp"
-#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/ScriptedServer.hpp"

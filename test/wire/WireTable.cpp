@@ -12,7 +12,6 @@
 #include <sstream>
 #include <typeinfo>
 
-#include "support/Channels.hpp"
 #include "support/CloudFailure.hpp"
 #include "support/LogCapture.hpp"
 #include "support/ScriptedServer.hpp"

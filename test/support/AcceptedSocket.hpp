@@ -13,13 +13,13 @@ namespace testsupport {
 
 /// One accepted connection, plain or TLS. Every wait ends at once when the event descriptor `stop` becomes
 /// readable; the operation then reports the end of the connection. For one thread.
-class Channel {
+class AcceptedSocket {
 public:
     /// Owns `socket`, borrows `stop`. Adds what is read, TLS taken off, to `bytesReceived`.
-    Channel(int socket, int stop, std::atomic<std::size_t>& bytesReceived);
-    ~Channel();
-    Channel(const Channel&) = delete;
-    Channel& operator=(const Channel&) = delete;
+    AcceptedSocket(int socket, int stop, std::atomic<std::size_t>& bytesReceived);
+    ~AcceptedSocket();
+    AcceptedSocket(const AcceptedSocket&) = delete;
+    AcceptedSocket& operator=(const AcceptedSocket&) = delete;
 
     /// Server-side handshake; false if the client fails it.
     bool startTls(SSL_CTX& context);

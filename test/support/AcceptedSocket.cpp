@@ -1,4 +1,4 @@
-#include "support/Channel.hpp"
+#include "support/AcceptedSocket.hpp"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -10,16 +10,16 @@
 
 namespace testsupport {
 
-Channel::Channel(int socket, int stop, std::atomic<std::size_t>& bytesReceived)
+AcceptedSocket::AcceptedSocket(int socket, int stop, std::atomic<std::size_t>& bytesReceived)
     : socket_(socket), stop_(stop), bytesReceived_(bytesReceived) {
     fcntl(socket_, F_SETFL, fcntl(socket_, F_GETFL) | O_NONBLOCK);
 }
 
-Channel::~Channel() {
+AcceptedSocket::~AcceptedSocket() {
     close();
 }
 
-bool Channel::startTls(SSL_CTX& context) {
+bool AcceptedSocket::startTls(SSL_CTX& context) {
     tls_.reset(SSL_new(&context));
     SSL_set_fd(tls_.get(), socket_);
     for (;;) {
@@ -29,19 +29,19 @@ bool Channel::startTls(SSL_CTX& context) {
     }
 }
 
-std::optional<unsigned char> Channel::peek() {
+std::optional<unsigned char> AcceptedSocket::peek() {
     unsigned char byte = 0;
     if (!waitFor(POLLIN) || recv(socket_, &byte, 1, MSG_PEEK) != 1) return std::nullopt;
     return byte;
 }
 
-std::size_t Channel::readSome(char* buffer, std::size_t size) {
+std::size_t AcceptedSocket::readSome(char* buffer, std::size_t size) {
     const std::size_t count = receive(buffer, size);
     bytesReceived_ += count;
     return count;
 }
 
-std::size_t Channel::receive(char* buffer, std::size_t size) {
+std::size_t AcceptedSocket::receive(char* buffer, std::size_t size) {
     if (!tls_) {
         if (!waitFor(POLLIN)) return 0;
         const ssize_t count = recv(socket_, buffer, size, 0);
@@ -55,7 +55,7 @@ std::size_t Channel::receive(char* buffer, std::size_t size) {
     }
 }
 
-bool Channel::write(std::string_view bytes) {
+bool AcceptedSocket::write(std::string_view bytes) {
     while (!bytes.empty()) {
         std::size_t count = 0;
         if (tls_) {
@@ -72,30 +72,30 @@ bool Channel::write(std::string_view bytes) {
     return true;
 }
 
-bool Channel::pause(std::chrono::milliseconds duration) {
+bool AcceptedSocket::pause(std::chrono::milliseconds duration) {
     std::array<pollfd, 2> waiting{{{socket_, POLLRDHUP, 0}, {stop_, POLLIN, 0}}};
     return poll(waiting.data(), waiting.size(), static_cast<int>(duration.count())) == 0;
 }
 
-void Channel::reset() {
+void AcceptedSocket::reset() {
     const linger now{1, 0};
     setsockopt(socket_, SOL_SOCKET, SO_LINGER, &now, sizeof now);
     close();
 }
 
-void Channel::close() {
+void AcceptedSocket::close() {
     if (socket_ < 0) return;
     tls_.reset();
     ::close(socket_);
     socket_ = -1;
 }
 
-bool Channel::waitFor(short events) {
+bool AcceptedSocket::waitFor(short events) {
     std::array<pollfd, 2> waiting{{{socket_, events, 0}, {stop_, POLLIN, 0}}};
     return poll(waiting.data(), waiting.size(), -1) > 0 && waiting[1].revents == 0;
 }
 
-bool Channel::waitAsTlsWants(int result) {
+bool AcceptedSocket::waitAsTlsWants(int result) {
     switch (SSL_get_error(tls_.get(), result)) {
         case SSL_ERROR_WANT_READ:
             return waitFor(POLLIN);
