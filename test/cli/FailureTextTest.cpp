@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 using namespace foundation::storage::provider;
 

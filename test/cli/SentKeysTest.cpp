@@ -14,9 +14,9 @@
 #include "AwsS3ClientFactory.hpp"
 #include "AwsSdk.hpp"
 #include "S3CloudClient.hpp"
-#include "support/CleanEnvironment.hpp"
-#include "support/ScriptedServer.hpp"
-#include "support/ServerEnvironment.hpp"
+#include "support/process/CleanEnvironment.hpp"
+#include "support/servers/ScriptedServer.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 using storage::cloudprovider::PartInfo;
 using ::testing::ElementsAre;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "conformance/Target.hpp"
-#include "support/CloudFailure.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 /// The suite that every S3 server has to pass; a program instantiates it for its targets. A test may find
 /// nothing of another test's in its bucket, and tests run in any order.

@@ -4,7 +4,7 @@
 #include <s3server/Server.hpp>
 
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/Process.hpp"
+#include "support/process/Process.hpp"
 
 using namespace testsupport;
 using ::testing::ElementsAre;

@@ -9,7 +9,7 @@
 
 #include "conformance/CloudClientConformance.hpp"
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

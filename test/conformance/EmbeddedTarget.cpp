@@ -1,6 +1,6 @@
 #include "conformance/EmbeddedTarget.hpp"
 
-#include "support/TestCertificate.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 namespace testsupport {
 

@@ -7,7 +7,7 @@
 #include <typeinfo>
 
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using s3server::Fault;

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

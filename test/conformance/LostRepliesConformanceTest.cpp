@@ -7,8 +7,8 @@
 
 #include "DiagnosticRecord.hpp"
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/LogCapture.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/LogCapture.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

@@ -4,8 +4,8 @@
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/ProviderFiles.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/ProviderFiles.hpp"
 
 using namespace testsupport;
 using foundation::storage::provider::Entry;

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "conformance/Target.hpp"
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
-#include "support/TestCertificate.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 namespace testsupport {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "conformance/EmbeddedTarget.hpp"
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace testsupport {
 

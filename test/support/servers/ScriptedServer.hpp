@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/Script.hpp"
-#include "support/TestCertificate.hpp"
+#include "support/servers/Script.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 #include <chrono>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/AcceptedSocket.hpp"
-#include "support/Conversation.hpp"
+#include "support/servers/AcceptedSocket.hpp"
+#include "support/servers/Conversation.hpp"
 
 #include <string>
 

@@ -1,8 +1,8 @@
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
-#include "support/AcceptedSocket.hpp"
-#include "support/Conversation.hpp"
-#include "support/ScriptedConnection.hpp"
+#include "support/servers/AcceptedSocket.hpp"
+#include "support/servers/Conversation.hpp"
+#include "support/servers/ScriptedConnection.hpp"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

@@ -1,4 +1,4 @@
-#include "support/Process.hpp"
+#include "support/process/Process.hpp"
 
 #include <fcntl.h>
 #include <signal.h>

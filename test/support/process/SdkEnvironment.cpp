@@ -1,7 +1,7 @@
 #include <aws/core/Aws.h>
 #include <gtest/gtest.h>
 
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "support/HeldPort.hpp"
+#include "support/servers/HeldPort.hpp"
 
 #include <netinet/in.h>
 #include <sys/socket.h>

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/TemporaryFolder.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace testsupport {
 

@@ -4,7 +4,7 @@
 #include <mutex>
 #include <string>
 
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 namespace testsupport {
 

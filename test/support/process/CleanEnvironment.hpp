@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "support/Environment.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace testsupport {
 

@@ -1,4 +1,4 @@
-#include "support/Conversation.hpp"
+#include "support/servers/Conversation.hpp"
 
 namespace testsupport {
 namespace {

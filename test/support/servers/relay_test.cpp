@@ -1,4 +1,4 @@
-#include "support/Relay.hpp"
+#include "support/servers/Relay.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "support/ScriptedConnection.hpp"
+#include "support/servers/ScriptedConnection.hpp"
 
 #include <algorithm>
 #include <array>

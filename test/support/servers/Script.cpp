@@ -1,4 +1,4 @@
-#include "support/Script.hpp"
+#include "support/servers/Script.hpp"
 
 #include <algorithm>
 #include <array>

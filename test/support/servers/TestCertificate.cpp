@@ -1,4 +1,4 @@
-#include "support/TestCertificate.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 #include <openssl/ec.h>
 #include <openssl/err.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Script.hpp"
+#include "support/servers/Script.hpp"
 
 #include <deque>
 #include <mutex>

@@ -1,4 +1,4 @@
-#include "support/AcceptedSocket.hpp"
+#include "support/servers/AcceptedSocket.hpp"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -1,4 +1,4 @@
-#include "support/MetadataService.hpp"
+#include "support/servers/MetadataService.hpp"
 
 #include <utility>
 

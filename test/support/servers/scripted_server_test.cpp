@@ -1,4 +1,4 @@
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 #include <curl/curl.h>
 #include <gmock/gmock.h>

@@ -2,8 +2,8 @@
 
 #include <s3server/Server.hpp>
 
-#include "support/Environment.hpp"
-#include "support/Process.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/Process.hpp"
 
 namespace testsupport {
 
