@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/plugin/CloudFailure.hpp"
 #include "support/servers/Relay.hpp"
 

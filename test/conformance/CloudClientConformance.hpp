@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "conformance/Target.hpp"
+#include "conformance/targets/Target.hpp"
 #include "support/plugin/CloudFailure.hpp"
 
 /// The suite that every S3 server has to pass; a program instantiates it for its targets. A test may find

@@ -3,7 +3,7 @@
 
 #include <s3server/Server.hpp>
 
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/process/Process.hpp"
 
 using namespace testsupport;

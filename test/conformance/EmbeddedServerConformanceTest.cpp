@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "conformance/CloudClientConformance.hpp"
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;

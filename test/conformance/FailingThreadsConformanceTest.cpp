@@ -6,7 +6,7 @@
 #include <thread>
 #include <typeinfo>
 
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;

@@ -3,7 +3,7 @@
 
 #include <sstream>
 
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;

@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "DiagnosticRecord.hpp"
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/plugin/CloudFailure.hpp"
 #include "support/plugin/LogCapture.hpp"
 

@@ -3,7 +3,7 @@
 
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/plugin/CloudFailure.hpp"
 #include "support/plugin/ProviderFiles.hpp"
 

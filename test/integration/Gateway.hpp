@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "conformance/Target.hpp"
+#include "conformance/targets/Target.hpp"
 #include "support/process/Process.hpp"
 #include "support/process/TemporaryFolder.hpp"
 #include "support/servers/TestCertificate.hpp"

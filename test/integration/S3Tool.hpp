@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 #include "support/process/Process.hpp"
 #include "support/process/TemporaryFolder.hpp"
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <s3server/Server.hpp>
 
-#include "conformance/Target.hpp"
+#include "conformance/targets/Target.hpp"
 
 namespace testsupport {
 

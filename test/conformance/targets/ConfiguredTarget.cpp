@@ -1,4 +1,4 @@
-#include "conformance/ConfiguredTarget.hpp"
+#include "conformance/targets/ConfiguredTarget.hpp"
 
 #include <cstdlib>
 #include <exception>
@@ -6,7 +6,7 @@
 #include <random>
 #include <stdexcept>
 
-#include "conformance/PrefixedCloudClient.hpp"
+#include "conformance/targets/PrefixedCloudClient.hpp"
 
 namespace testsupport {
 

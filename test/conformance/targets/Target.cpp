@@ -1,4 +1,4 @@
-#include "conformance/Target.hpp"
+#include "conformance/targets/Target.hpp"
 
 #include <aws/core/auth/AWSCredentialsProvider.h>
 #include <aws/core/client/DefaultRetryStrategy.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "conformance/Target.hpp"
+#include "conformance/targets/Target.hpp"
 
 namespace testsupport {
 

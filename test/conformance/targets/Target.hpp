@@ -8,7 +8,7 @@
 #include <storage/cloudprovider/CloudClient.hpp>
 #include <string>
 
-#include "conformance/Quirk.hpp"
+#include "conformance/targets/Quirk.hpp"
 
 namespace testsupport {
 

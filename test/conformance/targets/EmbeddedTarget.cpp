@@ -1,4 +1,4 @@
-#include "conformance/EmbeddedTarget.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
 
 #include "support/servers/TestCertificate.hpp"
 

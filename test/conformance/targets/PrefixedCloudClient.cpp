@@ -1,4 +1,4 @@
-#include "conformance/PrefixedCloudClient.hpp"
+#include "conformance/targets/PrefixedCloudClient.hpp"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "conformance/Quirk.hpp"
+#include "conformance/targets/Quirk.hpp"
 
 #include <sstream>
 #include <stdexcept>
