@@ -1,4 +1,4 @@
-#include "FailureText.hpp"
+#include "messages/FailureText.hpp"
 
 #include <gtest/gtest.h>
 

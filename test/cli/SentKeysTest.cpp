@@ -1,4 +1,4 @@
-#include "SentKeys.hpp"
+#include "framework/SentKeys.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "AwsS3ClientFactory.hpp"
-#include "AwsSdk.hpp"
+#include "framework/AwsSdk.hpp"
 #include "S3CloudClient.hpp"
 #include "support/process/CleanEnvironment.hpp"
 #include "support/servers/ScriptedServer.hpp"

@@ -1,11 +1,11 @@
-#include "AwsSdk.hpp"
+#include "framework/AwsSdk.hpp"
 
 #include <aws/core/Aws.h>
 
 #include <atomic>
 #include <storage/cloudprovider/keyCheck.hpp>
 
-#include "SentKeys.hpp"
+#include "framework/SentKeys.hpp"
 
 namespace s3vfs {
 

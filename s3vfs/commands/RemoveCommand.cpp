@@ -3,7 +3,7 @@
 #include <CLI/Formatter.hpp>
 #include <memory>
 
-#include "Commands.hpp"
+#include "commands/Commands.hpp"
 
 namespace s3vfs {
 

@@ -1,4 +1,4 @@
-#include "SentKeys.hpp"
+#include "framework/SentKeys.hpp"
 
 #include <aws/core/endpoint/AWSEndpoint.h>
 #include <aws/s3/model/UploadPartCopyRequest.h>
@@ -7,7 +7,7 @@
 #include <charconv>
 #include <string_view>
 
-#include "ProbeRequest.hpp"
+#include "framework/ProbeRequest.hpp"
 
 namespace s3vfs {
 

@@ -1,4 +1,4 @@
-#include "FailureLog.hpp"
+#include "messages/FailureLog.hpp"
 
 #include <boost/log/attributes/value_extraction.hpp>
 #include <boost/log/core/core.hpp>

@@ -8,10 +8,10 @@
 #include <memory>
 #include <tuple>
 
-#include "Commands.hpp"
-#include "Entries.hpp"
+#include "commands/Commands.hpp"
+#include "commands/Entries.hpp"
 #include "Interruption.hpp"
-#include "Text.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs {
 

@@ -1,11 +1,11 @@
-#include "LogLevels.hpp"
+#include "commands/LogLevels.hpp"
 
 #include <charconv>
 #include <foundation/log/diagnostic_logger.hpp>
 #include <foundation/log/stream_sink.hpp>
 
-#include "Text.hpp"
-#include "UsageError.hpp"
+#include "messages/Text.hpp"
+#include "messages/UsageError.hpp"
 
 namespace s3vfs {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "S3Address.hpp"
+#include "commands/S3Address.hpp"
 
 namespace CLI {
 class App;

@@ -1,10 +1,10 @@
-#include "S3Address.hpp"
+#include "commands/S3Address.hpp"
 
 #include <fl/i18n.hpp>
 #include <string_view>
 
-#include "Text.hpp"
-#include "UsageError.hpp"
+#include "messages/Text.hpp"
+#include "messages/UsageError.hpp"
 
 namespace s3vfs {
 

@@ -1,11 +1,11 @@
-#include "FailureText.hpp"
+#include "messages/FailureText.hpp"
 
 #include <utf8.h>
 
 #include <cstdlib>
 #include <string_view>
 
-#include "Text.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs {
 

@@ -1,6 +1,6 @@
-#include "S3Answer.hpp"
+#include "messages/S3Answer.hpp"
 
-#include "Text.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs {
 

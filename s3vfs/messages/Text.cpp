@@ -1,4 +1,4 @@
-#include "Text.hpp"
+#include "messages/Text.hpp"
 
 #include <utf8.h>
 

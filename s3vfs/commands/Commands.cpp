@@ -1,10 +1,10 @@
-#include "Commands.hpp"
+#include "commands/Commands.hpp"
 
 #include <storage/cloudprovider/keyCheck.hpp>
 #include <utility>
 
 #include "Interruption.hpp"
-#include "ServiceFramework.hpp"
+#include "framework/ServiceFramework.hpp"
 
 namespace s3vfs {
 

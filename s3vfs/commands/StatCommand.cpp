@@ -4,9 +4,9 @@
 #include <iostream>
 #include <memory>
 
-#include "Commands.hpp"
-#include "Entries.hpp"
-#include "Text.hpp"
+#include "commands/Commands.hpp"
+#include "commands/Entries.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs {
 

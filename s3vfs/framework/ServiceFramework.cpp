@@ -1,4 +1,4 @@
-#include "ServiceFramework.hpp"
+#include "framework/ServiceFramework.hpp"
 
 #include <cppmicroservices/BundleContext.h>
 #include <cppmicroservices/FrameworkEvent.h>
@@ -10,9 +10,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "AwsSdk.hpp"
-#include "BundleFile.hpp"
-#include "ComponentText.hpp"
+#include "framework/AwsSdk.hpp"
+#include "framework/BundleFile.hpp"
+#include "framework/ComponentText.hpp"
 
 namespace s3vfs {
 

@@ -1,4 +1,4 @@
-#include "ProbeRequest.hpp"
+#include "framework/ProbeRequest.hpp"
 
 #include <aws/core/auth/AWSCredentials.h>
 #include <aws/core/client/DefaultRetryStrategy.h>

@@ -5,11 +5,11 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
-#include "Commands.hpp"
-#include "ComponentText.hpp"
-#include "ManifestJson.hpp"
-#include "ServiceFramework.hpp"
-#include "Text.hpp"
+#include "commands/Commands.hpp"
+#include "framework/ComponentText.hpp"
+#include "messages/ManifestJson.hpp"
+#include "framework/ServiceFramework.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs {
 

@@ -1,4 +1,4 @@
-#include "Entries.hpp"
+#include "commands/Entries.hpp"
 
 #include <stdexcept>
 

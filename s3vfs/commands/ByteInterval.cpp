@@ -1,9 +1,9 @@
-#include "ByteInterval.hpp"
+#include "commands/ByteInterval.hpp"
 
 #include <charconv>
 
-#include "Text.hpp"
-#include "UsageError.hpp"
+#include "messages/Text.hpp"
+#include "messages/UsageError.hpp"
 
 namespace s3vfs {
 

@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <vector>
 
-#include "Commands.hpp"
+#include "commands/Commands.hpp"
 #include "Interruption.hpp"
-#include "Text.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs {
 

@@ -1,4 +1,4 @@
-#include "BundleFile.hpp"
+#include "framework/BundleFile.hpp"
 
 #include <stdexcept>
 #include <string>

@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "ByteInterval.hpp"
-#include "Commands.hpp"
+#include "commands/ByteInterval.hpp"
+#include "commands/Commands.hpp"
 #include "Interruption.hpp"
 
 namespace s3vfs {
