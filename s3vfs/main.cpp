@@ -9,14 +9,14 @@
 #include <storage/cloudprovider/keyCheck.hpp>
 #include <system_error>
 
-#include "framework/AwsSdk.hpp"
+#include "Interruption.hpp"
 #include "commands/Commands.hpp"
+#include "commands/LogLevels.hpp"
+#include "framework/AwsSdk.hpp"
+#include "framework/ServiceFramework.hpp"
 #include "messages/FailureLog.hpp"
 #include "messages/FailureText.hpp"
-#include "Interruption.hpp"
-#include "commands/LogLevels.hpp"
 #include "messages/S3Answer.hpp"
-#include "framework/ServiceFramework.hpp"
 #include "messages/Text.hpp"
 #include "messages/UsageError.hpp"
 

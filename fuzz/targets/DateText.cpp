@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "text/Dates.hpp"
 #include "FuzzTarget.hpp"
+#include "text/Dates.hpp"
 
 using namespace fuzz;
 using Aws::Utils::DateFormat;

@@ -5,8 +5,8 @@
 
 #include "FuzzTarget.hpp"
 #include "NumberParsing.hpp"
-#include "text/Text.hpp"
 #include "s3/Answer.hpp"
+#include "text/Text.hpp"
 
 using namespace fuzz;
 

@@ -1,9 +1,9 @@
 #include <algorithm>
 
-#include "text/Digest.hpp"
-#include "text/Encoding.hpp"
 #include "FuzzTarget.hpp"
 #include "TestBucket.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
 
 using namespace fuzz;
 using namespace s3server;

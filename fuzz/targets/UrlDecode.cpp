@@ -1,7 +1,7 @@
 #include "UrlDecode.hpp"
 
-#include "text/Encoding.hpp"
 #include "FuzzTarget.hpp"
+#include "text/Encoding.hpp"
 
 using namespace fuzz;
 using storage::s3provider::urlDecode;

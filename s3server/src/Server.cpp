@@ -3,15 +3,15 @@
 #include <stdexcept>
 
 #include "faults/Control.hpp"
-#include "text/Digest.hpp"
-#include "text/Encoding.hpp"
 #include "faults/FaultPlan.hpp"
-#include "http/Listener.hpp"
-#include "operations/Operations.hpp"
 #include "faults/RequestLog.hpp"
+#include "http/Listener.hpp"
+#include "http/Session.hpp"
+#include "operations/Operations.hpp"
 #include "operations/S3Error.hpp"
 #include "operations/Service.hpp"
-#include "http/Session.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
 
 namespace s3server {
 namespace {

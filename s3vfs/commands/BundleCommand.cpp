@@ -7,8 +7,8 @@
 
 #include "commands/Commands.hpp"
 #include "framework/ComponentText.hpp"
-#include "messages/ManifestJson.hpp"
 #include "framework/ServiceFramework.hpp"
+#include "messages/ManifestJson.hpp"
 #include "messages/Text.hpp"
 
 namespace s3vfs {

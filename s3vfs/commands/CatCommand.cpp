@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <vector>
 
+#include "Interruption.hpp"
 #include "commands/ByteInterval.hpp"
 #include "commands/Commands.hpp"
-#include "Interruption.hpp"
 
 namespace s3vfs {
 

@@ -8,9 +8,9 @@
 #include <memory>
 #include <tuple>
 
+#include "Interruption.hpp"
 #include "commands/Commands.hpp"
 #include "commands/Entries.hpp"
-#include "Interruption.hpp"
 #include "messages/Text.hpp"
 
 namespace s3vfs {

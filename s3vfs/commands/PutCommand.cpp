@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "commands/Commands.hpp"
 #include "Interruption.hpp"
+#include "commands/Commands.hpp"
 #include "messages/Text.hpp"
 
 namespace s3vfs {

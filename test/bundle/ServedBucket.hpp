@@ -4,8 +4,8 @@
 #include <s3server/Server.hpp>
 #include <string>
 
-#include "support/process/CleanEnvironment.hpp"
 #include "support/plugin/ProviderFiles.hpp"
+#include "support/process/CleanEnvironment.hpp"
 #include "support/servers/ServerEnvironment.hpp"
 
 namespace testsupport {

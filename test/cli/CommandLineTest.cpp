@@ -13,8 +13,8 @@
 
 #include "cli/AmazonsPlace.hpp"
 #include "support/process/Process.hpp"
-#include "support/servers/ServerEnvironment.hpp"
 #include "support/process/TemporaryFolder.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include <thread>
 
 #include "support/process/Process.hpp"
-#include "support/servers/ServerEnvironment.hpp"
 #include "support/process/TemporaryFolder.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 using s3server::Fault;
 using ::testing::HasSubstr;

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "AwsS3ClientFactory.hpp"
-#include "framework/AwsSdk.hpp"
 #include "S3CloudClient.hpp"
+#include "framework/AwsSdk.hpp"
 #include "support/process/CleanEnvironment.hpp"
 #include "support/servers/ScriptedServer.hpp"
 #include "support/servers/ServerEnvironment.hpp"

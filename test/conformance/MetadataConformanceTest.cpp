@@ -6,8 +6,8 @@
 
 #include "S3ProviderFactoryV2.hpp"
 #include "conformance/AmazonTest.hpp"
-#include "support/servers/HeldPort.hpp"
 #include "support/plugin/HostileTexts.hpp"
+#include "support/servers/HeldPort.hpp"
 #include "support/servers/MetadataService.hpp"
 
 using namespace testsupport;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <chrono>
 
+#include "operations/S3Error.hpp"
 #include "text/Digest.hpp"
 #include "text/Encoding.hpp"
-#include "operations/S3Error.hpp"
 #include "text/Text.hpp"
 
 namespace s3server {

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "text/Dates.hpp"
-#include "http/Request.hpp"
 #include "auth/SignatureV4.hpp"
+#include "http/Request.hpp"
 #include "s3server/Options.hpp"
+#include "text/Dates.hpp"
 
 namespace s3server {
 

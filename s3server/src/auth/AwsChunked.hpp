@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "store/Bytes.hpp"
-#include "text/Digest.hpp"
 #include "auth/SignatureV4.hpp"
 #include "s3server/Headers.hpp"
+#include "store/Bytes.hpp"
+#include "text/Digest.hpp"
 
 namespace s3server {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "operations/S3Error.hpp"
 #include "store/Checksums.hpp"
 #include "text/Digest.hpp"
 #include "text/Encoding.hpp"
-#include "operations/S3Error.hpp"
 #include "text/Text.hpp"
 
 namespace s3server {

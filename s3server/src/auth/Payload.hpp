@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "auth/AwsChunked.hpp"
-#include "store/Bytes.hpp"
 #include "http/Request.hpp"
+#include "store/Bytes.hpp"
 
 namespace s3server {
 

@@ -2,10 +2,10 @@
 #include <array>
 #include <stdexcept>
 
-#include "text/Encoding.hpp"
 #include "operations/Routes.hpp"
-#include "text/Text.hpp"
 #include "s3server/Fault.hpp"
+#include "text/Encoding.hpp"
+#include "text/Text.hpp"
 
 namespace s3server {
 namespace {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "text/Encoding.hpp"
 #include "operations/S3Error.hpp"
+#include "text/Encoding.hpp"
 #include "text/Text.hpp"
 
 namespace s3server {

@@ -4,8 +4,8 @@
 
 #include "faults/FaultPlan.hpp"
 #include "faults/RequestLog.hpp"
-#include "operations/Service.hpp"
 #include "http/Wire.hpp"
+#include "operations/Service.hpp"
 
 namespace s3server {
 

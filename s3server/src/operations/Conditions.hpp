@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "text/Dates.hpp"
 #include "http/Request.hpp"
 #include "store/Store.hpp"
+#include "text/Dates.hpp"
 
 namespace s3server {
 

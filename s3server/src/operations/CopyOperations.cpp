@@ -1,11 +1,11 @@
 #include "operations/Conditions.hpp"
 #include "operations/CopySource.hpp"
-#include "text/Digest.hpp"
-#include "text/Encoding.hpp"
 #include "operations/ObjectMetadata.hpp"
 #include "operations/S3Error.hpp"
-#include "text/Text.hpp"
 #include "operations/WriteCondition.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
+#include "text/Text.hpp"
 
 namespace s3server {
 namespace {

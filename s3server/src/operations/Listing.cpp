@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "text/Encoding.hpp"
 #include "operations/S3Error.hpp"
+#include "text/Encoding.hpp"
 #include "text/Text.hpp"
 
 namespace s3server {

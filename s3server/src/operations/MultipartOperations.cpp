@@ -1,15 +1,15 @@
 #include <algorithm>
 
+#include "http/Range.hpp"
 #include "operations/CopySource.hpp"
-#include "text/Digest.hpp"
-#include "text/Encoding.hpp"
 #include "operations/ObjectMetadata.hpp"
 #include "operations/Operations.hpp"
-#include "text/Random.hpp"
-#include "http/Range.hpp"
 #include "operations/S3Error.hpp"
-#include "text/Text.hpp"
 #include "operations/WriteCondition.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
+#include "text/Random.hpp"
+#include "text/Text.hpp"
 #include "text/XmlReader.hpp"
 
 namespace s3server {

@@ -1,14 +1,14 @@
 #include <algorithm>
 #include <array>
 
+#include "http/Range.hpp"
 #include "operations/Conditions.hpp"
-#include "text/Encoding.hpp"
 #include "operations/ObjectMetadata.hpp"
 #include "operations/Operations.hpp"
-#include "http/Range.hpp"
 #include "operations/S3Error.hpp"
-#include "text/Text.hpp"
 #include "operations/WriteCondition.hpp"
+#include "text/Encoding.hpp"
+#include "text/Text.hpp"
 #include "text/XmlReader.hpp"
 
 namespace s3server {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "store/Bytes.hpp"
-#include "text/Dates.hpp"
 #include "auth/Payload.hpp"
 #include "http/Request.hpp"
+#include "store/Bytes.hpp"
 #include "store/Store.hpp"
+#include "text/Dates.hpp"
 #include "text/Xml.hpp"
 
 /// The operations of the S3 API ("Amazon S3 API Reference"), a function each. They run on any thread, and

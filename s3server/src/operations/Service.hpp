@@ -4,12 +4,12 @@
 #include <optional>
 #include <string>
 
-#include "operations/Operations.hpp"
 #include "auth/Payload.hpp"
+#include "operations/Operations.hpp"
 #include "operations/Routes.hpp"
 #include "operations/S3Error.hpp"
-#include "store/Store.hpp"
 #include "s3server/Options.hpp"
+#include "store/Store.hpp"
 
 namespace s3server {
 

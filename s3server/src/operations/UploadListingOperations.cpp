@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <tuple>
 
-#include "text/Encoding.hpp"
 #include "operations/Operations.hpp"
 #include "operations/S3Error.hpp"
+#include "text/Encoding.hpp"
 #include "text/Text.hpp"
 
 namespace s3server {

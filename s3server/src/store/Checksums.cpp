@@ -6,9 +6,9 @@
 #include <array>
 #include <boost/crc.hpp>
 
+#include "operations/S3Error.hpp"
 #include "text/Digest.hpp"
 #include "text/Encoding.hpp"
-#include "operations/S3Error.hpp"
 #include "text/Text.hpp"
 
 namespace s3server {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "store/Bytes.hpp"
 #include "s3server/Headers.hpp"
+#include "store/Bytes.hpp"
 
 namespace s3server {
 

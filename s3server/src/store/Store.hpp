@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "s3server/Headers.hpp"
 #include "store/Bytes.hpp"
 #include "text/Dates.hpp"
-#include "s3server/Headers.hpp"
 
 namespace s3server {
 

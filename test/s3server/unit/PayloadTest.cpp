@@ -4,11 +4,11 @@
 
 #include <cstring>
 
+#include "PublishedRequests.hpp"
+#include "Refusal.hpp"
 #include "auth/Authentication.hpp"
 #include "text/Digest.hpp"
 #include "text/Encoding.hpp"
-#include "PublishedRequests.hpp"
-#include "Refusal.hpp"
 
 namespace s3server::test {
 namespace {

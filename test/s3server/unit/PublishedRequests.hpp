@@ -1,8 +1,8 @@
 #pragma once
 
-#include "text/Dates.hpp"
 #include "http/Request.hpp"
 #include "s3server/Options.hpp"
+#include "text/Dates.hpp"
 
 /// The worked examples of the S3 API reference ("Authenticating Requests: Using the Authorization Header",
 /// "Using Query Parameters", "Transferring Payload in Multiple Chunks").

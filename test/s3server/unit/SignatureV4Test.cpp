@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "text/Digest.hpp"
 #include "PublishedRequests.hpp"
+#include "text/Digest.hpp"
 
 namespace s3server::test {
 namespace {

@@ -12,9 +12,9 @@
 
 #include "MemoryClient.hpp"
 #include "support/plugin/CloudFailure.hpp"
-#include "support/process/Environment.hpp"
 #include "support/plugin/HostileTexts.hpp"
 #include "support/plugin/ProviderFiles.hpp"
+#include "support/process/Environment.hpp"
 #include "support/process/TemporaryFolder.hpp"
 
 namespace {

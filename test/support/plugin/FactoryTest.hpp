@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <string>
 
+#include "support/plugin/LogCapture.hpp"
 #include "support/process/CleanEnvironment.hpp"
 #include "support/process/Environment.hpp"
-#include "support/plugin/LogCapture.hpp"
 
 namespace testsupport {
 

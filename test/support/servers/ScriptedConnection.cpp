@@ -45,7 +45,8 @@ std::size_t announcedBodySize(const SeenRequest& head) {
 
 }  // namespace
 
-ScriptedConnection::ScriptedConnection(AcceptedSocket& socket, Conversation& conversation, SSL_CTX* tls, int number)
+ScriptedConnection::ScriptedConnection(AcceptedSocket& socket, Conversation& conversation, SSL_CTX* tls,
+                                       int number)
     : socket_(socket), conversation_(conversation), tls_(tls), number_(number) {}
 
 void ScriptedConnection::serve(bool tlsFromStart) {
