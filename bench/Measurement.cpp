@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "support/Process.hpp"
+#include "support/process/Process.hpp"
 
 namespace bench {
 namespace {

@@ -7,7 +7,7 @@
 #include "Files.hpp"
 #include "Report.hpp"
 #include "ServedBucket.hpp"
-#include "ServiceFramework.hpp"
+#include "framework/ServiceFramework.hpp"
 
 namespace {
 

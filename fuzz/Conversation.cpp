@@ -5,8 +5,8 @@
 #include "FuzzTarget.hpp"
 #include "HttpAnswers.hpp"
 #include "ServerWire.hpp"
-#include "Session.hpp"
 #include "TestBucket.hpp"
+#include "http/Session.hpp"
 
 namespace fuzz {
 namespace {

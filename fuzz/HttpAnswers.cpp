@@ -8,7 +8,7 @@
 #include <string>
 
 #include "FuzzTarget.hpp"
-#include "Text.hpp"
+#include "text/Text.hpp"
 
 namespace fuzz {
 namespace {

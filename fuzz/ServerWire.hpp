@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "Wire.hpp"
+#include "http/Wire.hpp"
 
 namespace fuzz {
 

@@ -1,7 +1,7 @@
 #include "TestBucket.hpp"
 
-#include "Digest.hpp"
-#include "Encoding.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
 
 namespace fuzz {
 namespace {

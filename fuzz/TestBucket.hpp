@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Service.hpp"
+#include "operations/Service.hpp"
 
 namespace fuzz {
 

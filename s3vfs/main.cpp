@@ -9,16 +9,16 @@
 #include <storage/cloudprovider/keyCheck.hpp>
 #include <system_error>
 
-#include "AwsSdk.hpp"
-#include "Commands.hpp"
-#include "FailureLog.hpp"
-#include "FailureText.hpp"
 #include "Interruption.hpp"
-#include "LogLevels.hpp"
-#include "S3Answer.hpp"
-#include "ServiceFramework.hpp"
-#include "Text.hpp"
-#include "UsageError.hpp"
+#include "commands/Commands.hpp"
+#include "commands/LogLevels.hpp"
+#include "framework/AwsSdk.hpp"
+#include "framework/ServiceFramework.hpp"
+#include "messages/FailureLog.hpp"
+#include "messages/FailureText.hpp"
+#include "messages/S3Answer.hpp"
+#include "messages/Text.hpp"
+#include "messages/UsageError.hpp"
 
 namespace {
 

@@ -2,16 +2,16 @@
 
 #include <stdexcept>
 
-#include "Control.hpp"
-#include "Digest.hpp"
-#include "Encoding.hpp"
-#include "FaultPlan.hpp"
-#include "Listener.hpp"
-#include "Operations.hpp"
-#include "RequestLog.hpp"
-#include "S3Error.hpp"
-#include "Service.hpp"
-#include "Session.hpp"
+#include "faults/Control.hpp"
+#include "faults/FaultPlan.hpp"
+#include "faults/RequestLog.hpp"
+#include "http/Listener.hpp"
+#include "http/Session.hpp"
+#include "operations/Operations.hpp"
+#include "operations/S3Error.hpp"
+#include "operations/Service.hpp"
+#include "text/Digest.hpp"
+#include "text/Encoding.hpp"
 
 namespace s3server {
 namespace {

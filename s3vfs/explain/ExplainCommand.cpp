@@ -4,7 +4,7 @@
 #include <iostream>
 #include <memory>
 
-#include "Commands.hpp"
+#include "commands/Commands.hpp"
 #include "explain/Sections.hpp"
 
 namespace s3vfs {

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "ConfigurationSources.hpp"
-#include "Text.hpp"
+#include "messages/Text.hpp"
 
 namespace s3vfs::explain {
 

@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "ElfFile.hpp"
-#include "support/StartedFramework.hpp"
+#include "support/process/StartedFramework.hpp"
 
 using namespace testsupport;
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "ElfFile.hpp"
-#include "support/Process.hpp"
+#include "support/process/Process.hpp"
 
 using namespace testsupport;
 using nlohmann::json;

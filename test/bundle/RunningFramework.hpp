@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "support/StartedFramework.hpp"
+#include "support/process/StartedFramework.hpp"
 
 namespace testsupport {
 

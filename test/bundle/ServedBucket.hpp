@@ -4,9 +4,9 @@
 #include <s3server/Server.hpp>
 #include <string>
 
-#include "support/CleanEnvironment.hpp"
-#include "support/ProviderFiles.hpp"
-#include "support/ServerEnvironment.hpp"
+#include "support/plugin/ProviderFiles.hpp"
+#include "support/process/CleanEnvironment.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 namespace testsupport {
 

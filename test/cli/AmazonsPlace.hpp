@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "support/Process.hpp"
-#include "support/Relay.hpp"
-#include "support/TestCertificate.hpp"
+#include "support/process/Process.hpp"
+#include "support/servers/Relay.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 namespace testsupport {
 

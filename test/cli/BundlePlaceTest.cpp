@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

@@ -12,9 +12,9 @@
 #include <sstream>
 
 #include "cli/AmazonsPlace.hpp"
-#include "support/Process.hpp"
-#include "support/ServerEnvironment.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 namespace {
 

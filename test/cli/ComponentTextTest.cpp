@@ -1,4 +1,4 @@
-#include "ComponentText.hpp"
+#include "framework/ComponentText.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "FailureText.hpp"
+#include "messages/FailureText.hpp"
 
 #include <gtest/gtest.h>
 
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 using namespace foundation::storage::provider;
 

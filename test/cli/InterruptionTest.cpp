@@ -10,9 +10,9 @@
 #include <sstream>
 #include <thread>
 
-#include "support/Process.hpp"
-#include "support/ServerEnvironment.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 using s3server::Fault;
 using ::testing::HasSubstr;

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "support/Process.hpp"
+#include "support/process/Process.hpp"
 
 using ::testing::HasSubstr;
 using ::testing::Not;

@@ -1,4 +1,4 @@
-#include "ManifestJson.hpp"
+#include "messages/ManifestJson.hpp"
 
 #include <cppmicroservices/Any.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "S3Address.hpp"
+#include "commands/S3Address.hpp"
 
 #include <gtest/gtest.h>
 
-#include "UsageError.hpp"
+#include "messages/UsageError.hpp"
 
 using foundation::storage::provider::StorageIRI;
 

@@ -1,4 +1,4 @@
-#include "SentKeys.hpp"
+#include "framework/SentKeys.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,11 +12,11 @@
 #include <vector>
 
 #include "AwsS3ClientFactory.hpp"
-#include "AwsSdk.hpp"
 #include "S3CloudClient.hpp"
-#include "support/CleanEnvironment.hpp"
-#include "support/ScriptedServer.hpp"
-#include "support/ServerEnvironment.hpp"
+#include "framework/AwsSdk.hpp"
+#include "support/process/CleanEnvironment.hpp"
+#include "support/servers/ScriptedServer.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 using storage::cloudprovider::PartInfo;
 using ::testing::ElementsAre;

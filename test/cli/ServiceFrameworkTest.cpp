@@ -1,4 +1,4 @@
-#include "ServiceFramework.hpp"
+#include "framework/ServiceFramework.hpp"
 
 #include <cppmicroservices/BundleContext.h>
 #include <cppmicroservices/Constants.h>

@@ -4,10 +4,10 @@
 #include <s3server/Server.hpp>
 #include <string>
 
-#include "support/FactoryTest.hpp"
-#include "support/ProviderFiles.hpp"
-#include "support/Relay.hpp"
-#include "support/TestCertificate.hpp"
+#include "support/plugin/FactoryTest.hpp"
+#include "support/plugin/ProviderFiles.hpp"
+#include "support/servers/Relay.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 namespace testsupport {
 

@@ -4,9 +4,9 @@
 
 #include <sstream>
 
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/Relay.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/servers/Relay.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

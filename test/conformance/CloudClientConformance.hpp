@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "conformance/Target.hpp"
-#include "support/CloudFailure.hpp"
+#include "conformance/targets/Target.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 /// The suite that every S3 server has to pass; a program instantiates it for its targets. A test may find
 /// nothing of another test's in its bucket, and tests run in any order.

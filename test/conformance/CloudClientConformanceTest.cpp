@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "conformance/CloudClientConformance.hpp"
-#include "support/CloudFailure.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "conformance/CloudClientConformance.hpp"
-#include "conformance/ConfiguredTarget.hpp"
+#include "conformance/targets/ConfiguredTarget.hpp"
 
 using namespace testsupport;
 

@@ -3,8 +3,8 @@
 
 #include <s3server/Server.hpp>
 
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/Process.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/process/Process.hpp"
 
 using namespace testsupport;
 using ::testing::ElementsAre;

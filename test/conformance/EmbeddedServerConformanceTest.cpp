@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "conformance/CloudClientConformance.hpp"
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

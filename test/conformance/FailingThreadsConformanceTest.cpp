@@ -6,8 +6,8 @@
 #include <thread>
 #include <typeinfo>
 
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using s3server::Fault;

@@ -3,8 +3,8 @@
 
 #include <sstream>
 
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

@@ -3,7 +3,7 @@
 #include "DiagnosticRecord.hpp"
 #include "S3ProviderFactoryV2.hpp"
 #include "conformance/AmazonTest.hpp"
-#include "support/HostileTexts.hpp"
+#include "support/plugin/HostileTexts.hpp"
 
 namespace testsupport {
 

@@ -6,10 +6,9 @@
 #include <thread>
 
 #include "DiagnosticRecord.hpp"
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/Channels.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/LogCapture.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/LogCapture.hpp"
 
 using namespace testsupport;
 using namespace storage::cloudprovider;

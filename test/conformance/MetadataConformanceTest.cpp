@@ -6,9 +6,9 @@
 
 #include "S3ProviderFactoryV2.hpp"
 #include "conformance/AmazonTest.hpp"
-#include "support/HeldPort.hpp"
-#include "support/HostileTexts.hpp"
-#include "support/MetadataService.hpp"
+#include "support/plugin/HostileTexts.hpp"
+#include "support/servers/HeldPort.hpp"
+#include "support/servers/MetadataService.hpp"
 
 using namespace testsupport;
 using storage::cloudprovider::PermissionDeniedException;

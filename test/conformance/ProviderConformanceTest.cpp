@@ -3,9 +3,9 @@
 
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/ProviderFiles.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/ProviderFiles.hpp"
 
 using namespace testsupport;
 using foundation::storage::provider::Entry;

@@ -22,7 +22,7 @@ TEST(Configuration, OfAServerOfYoursIsDocumentedAsItIsRead) {
         return docs::namesIn(docs::read(docs::sources / file), std::regex(pattern));
     };
     const Names read =
-        variables("test/conformance/ConfiguredTarget.cpp", R"re((?:optional|required)\("([A-Z_]+)")re");
+        variables("test/conformance/targets/ConfiguredTarget.cpp", R"re((?:optional|required)\("([A-Z_]+)")re");
     EXPECT_THAT(variables("docs/integration.md", "`S3PROVIDER_TEST_([A-Z_]+)`"), ContainerEq(read));
     EXPECT_THAT(variables("bench/Target.cpp", "\"S3PROVIDER_TEST_([A-Z_]+)\""), ::testing::IsSubsetOf(read));
 }

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "s3server/Server.hpp"
-#include "support/Process.hpp"
-#include "support/ServerEnvironment.hpp"
+#include "support/process/Process.hpp"
+#include "support/servers/ServerEnvironment.hpp"
 
 namespace testsupport {
 

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "Commands.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 using namespace testsupport;
 using ::testing::AllOf;

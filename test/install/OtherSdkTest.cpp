@@ -1,5 +1,5 @@
 #include "Commands.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 using namespace testsupport;
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "Commands.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 using namespace testsupport;
 using ::testing::HasSubstr;

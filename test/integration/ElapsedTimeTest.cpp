@@ -5,7 +5,7 @@
 #include <s3server/Server.hpp>
 
 #include "integration/FakedClock.hpp"
-#include "support/MetadataService.hpp"
+#include "support/servers/MetadataService.hpp"
 
 using namespace testsupport;
 using namespace std::chrono_literals;

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace testsupport {
 

@@ -9,7 +9,7 @@
 
 #include "integration/GatewayConfiguration.hpp"
 #include "s3server/Client.hpp"
-#include "support/HeldPort.hpp"
+#include "support/servers/HeldPort.hpp"
 
 namespace testsupport {
 

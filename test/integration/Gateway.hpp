@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "conformance/Target.hpp"
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
-#include "support/TestCertificate.hpp"
+#include "conformance/targets/Target.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 namespace testsupport {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "conformance/EmbeddedTarget.hpp"
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "conformance/targets/EmbeddedTarget.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace testsupport {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "integration/S3Tool.hpp"
-#include "support/TestCertificate.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 using namespace testsupport;
 using ::testing::ElementsAre;

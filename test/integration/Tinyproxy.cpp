@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "support/HeldPort.hpp"
+#include "support/servers/HeldPort.hpp"
 
 namespace testsupport {
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace testsupport {
 

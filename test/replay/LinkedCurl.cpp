@@ -1,7 +1,7 @@
 #include "replay/LinkedCurl.hpp"
 
-#include "support/CurlWords.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/servers/CurlWords.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 #include <curl/curl.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "replay/RecordedCase.hpp"
-#include "support/HeldPort.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/servers/HeldPort.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 #include <cstdint>
 #include <memory>

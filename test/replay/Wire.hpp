@@ -1,7 +1,7 @@
 #pragma once
 
 #include "replay/RecordedCase.hpp"
-#include "support/Script.hpp"
+#include "support/servers/Script.hpp"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "replay/Replay.hpp"
 #include "replay/KnownDifferences.hpp"
 #include "replay/Times.hpp"
-#include "support/CleanEnvironment.hpp"
+#include "support/process/CleanEnvironment.hpp"
 
 #include <aws/core/Aws.h>
 

@@ -33,8 +33,8 @@ public:
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
 
-    /// Signs what follows with libcurl's own AWS Signature Version 4. From then on dot segments are taken out of
-    /// paths, as libcurl 8 refuses to sign a path as it is.
+    /// Signs what follows with libcurl's own AWS Signature Version 4. From then on dot segments are taken out
+    /// of paths, as libcurl 8 refuses to sign a path as it is.
     void signAs(const std::string& accessKey, const std::string& secretKey, const std::string& region);
     /// Trusts that certificate only.
     void trust(const std::string& caFile);

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Client.hpp"
-#include "support/HostileTexts.hpp"
+#include "support/plugin/HostileTexts.hpp"
 
 namespace s3server::test {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "Client.hpp"
 #include "s3server/Server.hpp"
-#include "support/TestCertificate.hpp"
+#include "support/servers/TestCertificate.hpp"
 
 namespace s3server::test {
 namespace {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "support/Process.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Process.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 using namespace testsupport;
 using ::testing::HasSubstr;

@@ -10,10 +10,9 @@
 #include <vector>
 
 #include "S3CloudClient.hpp"
-#include "support/Channels.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/LogCapture.hpp"
-#include "support/MockS3Client.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/LogCapture.hpp"
+#include "support/plugin/MockS3Client.hpp"
 
 namespace testsupport {
 

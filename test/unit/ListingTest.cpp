@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "S3CloudClientListing.hpp"
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;

@@ -7,7 +7,7 @@
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
 #include "S3ProviderFactoryV2.hpp"
-#include "support/FactoryTest.hpp"
+#include "support/plugin/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace foundation::storage::provider;

@@ -4,7 +4,7 @@
 #include <settings/core/Settings.hpp>
 #include <settings/in_orrery/settings.hpp>
 
-#include "support/FactoryTest.hpp"
+#include "support/plugin/FactoryTest.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;

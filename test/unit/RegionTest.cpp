@@ -1,5 +1,5 @@
 #include "AwsS3ClientFactory.hpp"
-#include "support/FactoryTest.hpp"
+#include "support/plugin/FactoryTest.hpp"
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;

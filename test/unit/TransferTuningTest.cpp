@@ -1,6 +1,6 @@
 #include "TransferTuning.hpp"
 
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 #include "unit/CloudClientTest.hpp"
 
 using namespace testsupport;

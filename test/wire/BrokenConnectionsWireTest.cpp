@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "support/CloudFailure.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/servers/ScriptedServer.hpp"
 #include "wire/WireTable.hpp"
 
 using namespace testsupport;

@@ -10,8 +10,8 @@
 #include "DiagnosticRecord.hpp"
 #include "S3CloudClient.hpp"
 #include "S3ProviderFactoryV2.hpp"
-#include "support/FactoryTest.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/plugin/FactoryTest.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using namespace testsupport;
 using namespace storage::s3provider;

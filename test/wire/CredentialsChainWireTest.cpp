@@ -13,9 +13,9 @@
 #include "AwsS3ClientFactory.hpp"
 #include "CredentialsSources.hpp"
 #include "ZRCredentialsProviderChain.hpp"
-#include "support/FactoryTest.hpp"
-#include "support/MetadataService.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/plugin/FactoryTest.hpp"
+#include "support/servers/MetadataService.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using namespace testsupport;
 using storage::s3provider::ZRCredentialsProviderChain;

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 #include "wire/WireTable.hpp"
 
 using namespace testsupport;

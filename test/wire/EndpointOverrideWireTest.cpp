@@ -3,9 +3,9 @@
 #include <storage/cloudprovider/CloudException.hpp>
 
 #include "S3ProviderFactoryV2.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/FactoryTest.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/FactoryTest.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using namespace testsupport;
 using foundation::storage::provider::IProvider;

@@ -3,10 +3,9 @@
 #include <sstream>
 
 #include "DiagnosticRecord.hpp"
-#include "support/Channels.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/LogCapture.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/LogCapture.hpp"
+#include "support/servers/ScriptedServer.hpp"
 #include "wire/WireTable.hpp"
 
 using namespace testsupport;

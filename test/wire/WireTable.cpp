@@ -12,10 +12,9 @@
 #include <sstream>
 #include <typeinfo>
 
-#include "support/Channels.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/LogCapture.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/LogCapture.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 namespace testsupport {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "S3CloudClient.hpp"
-#include "support/Script.hpp"
+#include "support/servers/Script.hpp"
 
 namespace testsupport {
 

@@ -3,8 +3,8 @@
 #include "replay/defaults/Descriptions.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
-#include "support/HeldPort.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/servers/HeldPort.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 #include <aws/core/auth/AWSCredentialsProvider.h>
 #include <aws/core/client/ClientConfiguration.h>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "replay/RecordedCase.hpp"
-#include "support/Environment.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 #include <aws/core/Aws.h>
 

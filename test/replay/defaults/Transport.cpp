@@ -3,7 +3,7 @@
 #include "replay/Times.hpp"
 #include "replay/defaults/Observers.hpp"
 #include "replay/defaults/Setting.hpp"
-#include "support/HeldPort.hpp"
+#include "support/servers/HeldPort.hpp"
 
 #include <aws/s3/model/HeadBucketRequest.h>
 

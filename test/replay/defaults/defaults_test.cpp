@@ -1,7 +1,7 @@
 #include "replay/Replay.hpp"
 #include "replay/Times.hpp"
 #include "replay/defaults/Observers.hpp"
-#include "support/CleanEnvironment.hpp"
+#include "support/process/CleanEnvironment.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

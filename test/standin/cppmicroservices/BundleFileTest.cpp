@@ -16,8 +16,8 @@
 
 #include "Archive.hpp"
 #include "Phrases.hpp"
-#include "support/StartedFramework.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/StartedFramework.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "Phrases.hpp"
-#include "support/StartedFramework.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/StartedFramework.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "Phrases.hpp"
-#include "support/StartedFramework.hpp"
+#include "support/process/StartedFramework.hpp"
 
 namespace {
 

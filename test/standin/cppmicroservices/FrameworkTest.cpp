@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Phrases.hpp"
-#include "support/StartedFramework.hpp"
+#include "support/process/StartedFramework.hpp"
 
 namespace {
 

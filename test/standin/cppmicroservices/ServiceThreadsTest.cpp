@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "Phrases.hpp"
-#include "support/Environment.hpp"
-#include "support/StartedFramework.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/StartedFramework.hpp"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "Phrases.hpp"
-#include "support/StartedFramework.hpp"
+#include "support/process/StartedFramework.hpp"
 
 namespace {
 

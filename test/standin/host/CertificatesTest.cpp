@@ -8,8 +8,8 @@
 #include <fstream>
 #include <set>
 
-#include "support/Environment.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "MemoryClient.hpp"
-#include "support/CloudFailure.hpp"
-#include "support/Environment.hpp"
-#include "support/HostileTexts.hpp"
-#include "support/ProviderFiles.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/plugin/CloudFailure.hpp"
+#include "support/plugin/HostileTexts.hpp"
+#include "support/plugin/ProviderFiles.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

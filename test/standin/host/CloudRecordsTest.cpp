@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 #include <storage/cloudprovider/CloudRecords.hpp>
-#include "support/LogCapture.hpp"
+#include "support/plugin/LogCapture.hpp"
 
 #include <foundation/log/diagnostic_logger.hpp>
 

@@ -1,4 +1,4 @@
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include <fl/i18n.hpp>
 #include <fstream>
 
-#include "support/TemporaryFolder.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

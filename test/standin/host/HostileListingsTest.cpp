@@ -5,7 +5,7 @@
 #include <storage/cloudprovider/buildCloudProvider.hpp>
 
 #include "MemoryClient.hpp"
-#include "support/CloudFailure.hpp"
+#include "support/plugin/CloudFailure.hpp"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include "LogWriting.hpp"
-#include "support/LogCapture.hpp"
+#include "support/plugin/LogCapture.hpp"
 
 #include <foundation/log/diagnostic_logger.hpp>
 

@@ -1,4 +1,4 @@
-#include "support/LogCapture.hpp"
+#include "support/plugin/LogCapture.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

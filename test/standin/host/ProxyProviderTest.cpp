@@ -8,7 +8,7 @@
 #include <vector>
 #include <webproxy/webproxy.hpp>
 
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <settings/in_orrery/settings.hpp>
 #include <string>
 
-#include "support/Environment.hpp"
-#include "support/TemporaryFolder.hpp"
+#include "support/process/Environment.hpp"
+#include "support/process/TemporaryFolder.hpp"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <fl/i18n.hpp>
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 #include <stdexcept>
 #include <string>

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
 
 using Aws::Utils::DateFormat;
 using Aws::Utils::DateTime;

@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "support/CurlWords.hpp"
-#include "support/Environment.hpp"
+#include "support/process/Environment.hpp"
+#include "support/servers/CurlWords.hpp"
 
 using namespace standin::aws;
 using Aws::Client::CoreErrors;

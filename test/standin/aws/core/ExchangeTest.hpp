@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 /// An Exchange that talks to a server of canned replies, plain HTTP, one retry without delay.
 class ExchangeTest : public ::testing::Test {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "support/CleanEnvironment.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/process/CleanEnvironment.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 /// An environment without anything of AWS but what a test puts there.
 class EnvironmentTest : public ::testing::Test {

@@ -4,7 +4,7 @@
 #include <thread>
 
 #include "EnvironmentTest.hpp"
-#include "support/HeldPort.hpp"
+#include "support/servers/HeldPort.hpp"
 
 using Aws::Auth::InstanceProfileCredentialsProvider;
 using testsupport::Script;

@@ -1,7 +1,7 @@
 #include "core/MetadataClient.hpp"
 
 #include "EnvironmentTest.hpp"
-#include "support/HeldPort.hpp"
+#include "support/servers/HeldPort.hpp"
 
 using standin::aws::MetadataClient;
 using ::testing::Each;

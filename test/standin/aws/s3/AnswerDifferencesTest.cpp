@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "AllOperations.hpp"
-#include "support/CurlWords.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/servers/CurlWords.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using Aws::S3::S3Errors;
 using ::testing::HasSubstr;

@@ -5,7 +5,7 @@
 #include <aws/s3/model/HeadBucketRequest.h>
 #include <gtest/gtest.h>
 
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using Aws::S3::S3Errors;
 using testsupport::ScriptedServer;

@@ -9,7 +9,7 @@
 
 #include <sstream>
 
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using ::testing::ElementsAre;
 using testsupport::httpReply;

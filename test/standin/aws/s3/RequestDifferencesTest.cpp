@@ -15,7 +15,7 @@
 
 #include "AllOperations.hpp"
 #include "standin/aws/Streams.hpp"
-#include "support/ScriptedServer.hpp"
+#include "support/servers/ScriptedServer.hpp"
 
 using namespace Aws::S3::Model;
 using Aws::S3::S3Errors;
