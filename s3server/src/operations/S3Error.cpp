@@ -96,9 +96,8 @@ constexpr std::array rows{
     Row{503, "SlowDown", "Please reduce your request rate."},
     Row{503, "ServiceUnavailable", "Service is unable to handle request."},
     Row{507, "InsufficientStorage",
-        "The server keeps everything in memory and has no room for this. Deleting objects or aborting "
-        "uploads "
-        "makes room."},
+        "The server keeps everything in memory and has no room for this. Deleting objects or "
+        "aborting uploads makes room."},
 };
 
 }  // namespace
