@@ -18,8 +18,8 @@ enum class DateFormat {
 ///
 /// Reading is lenient where services are careless: names count by their first three letters in any case, any
 /// white space is a blank, zones are taken for UTC whatever they say, a fraction of a second is dropped (and
-/// must have three digits or more), days and months past their end count on into the next. Nothing may follow.
-/// A text that doesn't read, or has more than 100 characters, is 1970-01-01T00:00:00Z with
+/// must have three digits or more), days and months past their end count on into the next. Nothing may
+/// follow. A text that doesn't read, or has more than 100 characters, is 1970-01-01T00:00:00Z with
 /// WasParseSuccessful() false.
 class DateTime {
 public:
