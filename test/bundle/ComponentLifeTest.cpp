@@ -51,6 +51,8 @@ TEST_F(ComponentLife, OffersNoFactoryWithTheInitializerOfAnotherLibrary) {
     for (const char* const library : {"aws-sdk-java", "aws-sdk-cpp-2", "AWS-SDK-CPP", ""})
         host.registerInitializer(library);
     EXPECT_THAT(host.offers(), IsEmpty());
+    host.registerInitializer("aws-sdk-cpp");
+    EXPECT_THAT(host.offers(), SizeIs(1));
 }
 
 TEST_F(ComponentLife, OffersAFactoryForTheSchemeOnceTheInitializerIsThere) {

@@ -150,6 +150,7 @@ TEST_P(CloudClientConformance, ListsPageByPage) {
 
 TEST_P(CloudClientConformance, RemovesWhatIsThereAndWhatIsNot) {
     put("object", "x");
+    EXPECT_TRUE(client->stat("object"));
     EXPECT_NO_THROW(client->remove("object"));
     EXPECT_NO_THROW(client->remove("object"));
     EXPECT_FALSE(client->stat("object"));

@@ -38,6 +38,7 @@ TEST(Framework, IsWaitedForInVainWhileItRuns) {
 TEST(Framework, WithdrawsEveryServiceWhenItStops) {
     testsupport::StartedFramework started;
     const auto reference = registerPhrase(started.context(), "hello").GetReference();
+    ASSERT_TRUE(reference);
     started.stop();
     EXPECT_FALSE(reference);
 }

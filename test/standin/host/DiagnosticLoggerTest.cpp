@@ -100,6 +100,8 @@ TEST(DiagnosticLogger, OpensNoRecordThatNoSinkWants) {
     const LogCapture elsewhere("elsewhere");
     diagnostic_logger logger("unheard");
     EXPECT_FALSE(logger.openRecord(2));
+    const LogCapture here("unheard");
+    EXPECT_TRUE(logger.openRecord(2));
 }
 
 TEST(DiagnosticLogger, IgnoresAnEmptyRecord) {

@@ -69,6 +69,7 @@ TEST(LogCapture, SurvivesARecordPushedAfterItsEnd) {
         const LogCapture capture("capture");
         record = logger.openRecord(2);
     }
+    ASSERT_TRUE(record);
     EXPECT_NO_THROW(logger.pushRecord(std::move(record)));
 }
 

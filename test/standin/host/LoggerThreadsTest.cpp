@@ -128,8 +128,13 @@ TEST(LoggerOnManyThreads, LeavesAStreamAloneOnceItsSinkIsGone) {
     });
     for (int round = 0; round < 50; ++round) {
         std::ostringstream out;
-        const auto sink = foundation::log::addStreamSink(out);
+        {
+            const auto sink = foundation::log::addStreamSink(out);
+            std::this_thread::yield();
+        }
+        const std::string before = out.str();
         std::this_thread::yield();
+        EXPECT_EQ(out.str(), before);
     }
     done = true;
     writer.join();

@@ -178,6 +178,7 @@ TEST(StreamSink, KeepsTheFailuresOfItsStreamFromWhoLogs) {
     diagnostic_logger logger("sink");
     const auto sink = addStreamSink(out);
     EXPECT_NO_THROW(writeRecord(logger, 2, "text"));
+    EXPECT_TRUE(out.bad());
 }
 
 }  // namespace
