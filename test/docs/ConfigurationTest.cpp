@@ -21,8 +21,8 @@ TEST(Configuration, OfAServerOfYoursIsDocumentedAsItIsRead) {
     const auto variables = [](const char* file, const char* pattern) {
         return docs::namesIn(docs::read(docs::sources / file), std::regex(pattern));
     };
-    const Names read =
-        variables("test/conformance/targets/ConfiguredTarget.cpp", R"re((?:optional|required)\("([A-Z_]+)")re");
+    const Names read = variables("test/conformance/targets/ConfiguredTarget.cpp",
+                                 R"re((?:optional|required)\("([A-Z_]+)")re");
     EXPECT_THAT(variables("docs/integration.md", "`S3PROVIDER_TEST_([A-Z_]+)`"), ContainerEq(read));
     EXPECT_THAT(variables("bench/Target.cpp", "\"S3PROVIDER_TEST_([A-Z_]+)\""), ::testing::IsSubsetOf(read));
 }
