@@ -47,7 +47,7 @@ void fillBucket(const Target& target) {
         store(*client, target.bucket, keyToList(i), "");
 }
 
-/// The subjects take turns, so that whatever else the machine does befalls all of them.
+/// The subjects take turns, so that whatever else the machine does slows all of them.
 void measure(const Workers& workers, const Operation& operation, bool withInstructions, Results& results) {
     const auto each = [&](auto&& action) {
         for (const char* const subject : {"curl", "sdk", "client"})

@@ -25,7 +25,7 @@ Faults: ACTION[=VALUE][+SKIP][*TIMES][:OPERATION][@BUCKET[/KEY]]
   reset                reset the connection before the answer
   reset-after-headers  reset it after the head of the answer
   close                perform the operation, then close without an answer
-  +SKIP lets so many requests through first; *TIMES is how many it befalls, one unless told.
+  +SKIP lets that many requests through first; *TIMES is how many requests it is for, one by default.
   Examples: "503*2:GetObject"  "cut=1000+1:GetObject@demo/big.bin"  "delay=250*100"
 
 Control requests, with --control-port PORT, are HTTP requests that change faults while the server runs:

@@ -20,7 +20,7 @@ namespace {
 constexpr int callsEach = 6;
 constexpr unsigned always = 1000000;
 
-/// What befalls the downloads of a key, and what their caller gets.
+/// What happens to the downloads of a key, and what their caller gets.
 struct Fate {
     std::string key;
     std::optional<Fault> fault;

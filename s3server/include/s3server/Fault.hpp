@@ -52,7 +52,7 @@ using Action = std::variant<Status, ErrorIn200, Reply, CutAfter, ResetAfterHeade
 
 }  // namespace fault
 
-/// A planned failure: which requests it befalls, how often, and what happens. Reads as a sentence:
+/// A planned failure: which requests it is for, how many of them, and what happens. Reads as a sentence:
 ///
 ///     server.plan(Fault::status(503, "SlowDown").on("GetObject").skip(1).times(2));
 class Fault {
@@ -86,7 +86,7 @@ public:
     Fault& withMethod(std::string method);
     /// So many matching requests are let through first.
     Fault& skip(unsigned requests);
-    /// How many matching requests it befalls, 1 unless told.
+    /// How many matching requests it is for, 1 by default.
     Fault& times(unsigned requests);
 
     bool matches(std::string_view operation, std::string_view method, std::string_view bucket,

@@ -66,7 +66,7 @@ public:
     void plan(std::vector<Fault> faults);
     /// What is still to come, in the order planned, with what is left of each fault's skips and times.
     std::vector<Fault> plannedFaults() const;
-    /// How many requests the faults planned so far will still befall.
+    /// How many more requests the faults planned so far are for.
     std::size_t plannedFaultsLeft() const;
     /// Forgets what is still to come, and lets the requests that a stall holds be answered.
     void resetFaults();

@@ -30,7 +30,7 @@ public:
     /// Plans these instead of what is left, and releases.
     void replace(std::vector<Fault> faults);
 
-    /// What is to befall this request, if anything; counts it.
+    /// The fault that this request gets, if any; counts it.
     std::optional<Taken> take(std::string_view operation, const Request& request);
 
     /// Returns true after that time, false as soon as the plan is ended.

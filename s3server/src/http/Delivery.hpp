@@ -21,7 +21,7 @@ struct Delivery {
     Ending ending = Ending::KeepOpen;
 };
 
-/// Answers a request as the fault that befalls it wants it, waiting included; without a fault, as S3 would.
+/// Responds to a request as its fault says, waiting included; without a fault, as S3 would.
 Delivery deliver(Service& service, FaultPlan& faults, Exchange& exchange);
 
 }  // namespace s3server

@@ -35,11 +35,11 @@ char decodeByte(char first, char second) {
     return static_cast<char>(readAsHexadecimal({first, second}));
 }
 
-constexpr auto nowhere = std::string_view::npos;
+constexpr auto notFound = std::string_view::npos;
 
 void replaceAll(std::string& text, char from, char to) {
     const std::string_view view = text;
-    for (auto place = view.find(from); place != nowhere; place = view.find(from, place + 1))
+    for (auto place = view.find(from); place != notFound; place = view.find(from, place + 1))
         text[place] = to;
 }
 
@@ -65,7 +65,7 @@ std::string urlDecode(std::string text) {
     // Before any percent sequence is decoded, so that an encoded plus stays a plus.
     replaceAll(text, '+', ' ');
     const auto first = std::string_view(text).find('%');
-    if (first != nowhere) decodePercentSequences(text, first);
+    if (first != notFound) decodePercentSequences(text, first);
     return text;
 }
 

@@ -176,7 +176,7 @@ std::optional<std::tm> readAs(std::string_view text, DateFormat format) {
     return std::nullopt;
 }
 
-/// The clock's nanoseconds end in the year 2262; what lies behind wraps around, as it does in the SDK.
+/// The clock's nanoseconds end in the year 2262; later times wrap around, as it does in the SDK.
 system_clock::time_point toTimePoint(std::tm date) {
     constexpr uint64_t ticksPerSecond = system_clock::period::den / system_clock::period::num;
     const auto ticks = static_cast<uint64_t>(timegm(&date)) * ticksPerSecond;

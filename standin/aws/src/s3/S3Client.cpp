@@ -14,7 +14,7 @@ using CredentialsProvider = std::shared_ptr<Aws::Auth::AWSCredentialsProvider>;
 
 /// The SDK asks so often while a client is made, and has no use for the answers. Providers notice: their
 /// first request to a metadata service falls into this time.
-CredentialsProvider askThrice(CredentialsProvider provider) {
+CredentialsProvider askedThreeTimes(CredentialsProvider provider) {
     for (int i = 0; i < 3; ++i)
         provider->GetAWSCredentials();
     return provider;
@@ -25,7 +25,7 @@ CredentialsProvider askThrice(CredentialsProvider provider) {
 S3Client::S3Client(std::shared_ptr<Aws::Auth::AWSCredentialsProvider> credentialsProvider,
                    std::shared_ptr<S3EndpointProviderBase> endpointProvider,
                    const S3ClientConfiguration& configuration)
-    : service_(std::make_unique<const Service>(askThrice(std::move(credentialsProvider)),
+    : service_(std::make_unique<const Service>(askedThreeTimes(std::move(credentialsProvider)),
                                                std::move(endpointProvider), configuration)) {}
 
 S3Client::S3Client(const Aws::Auth::AWSCredentials& credentials,

@@ -74,7 +74,8 @@ public:
 /// A profile of the shared credentials file.
 class ProfileConfigFileAWSCredentialsProvider : public AWSCredentialsProvider {
 public:
-    /// The profile and the file by the environment of now. Reads the file when first asked for credentials.
+    /// The profile and the file that the environment names now. Reads the file when first asked for
+    /// credentials.
     explicit ProfileConfigFileAWSCredentialsProvider(long refreshRateMs = REFRESH_THRESHOLD);
     explicit ProfileConfigFileAWSCredentialsProvider(const char* profile,
                                                      long refreshRateMs = REFRESH_THRESHOLD);
