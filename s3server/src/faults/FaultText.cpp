@@ -23,6 +23,13 @@ Fault withoutValue(std::string_view value, Fault fault) {
     return fault;
 }
 
+/// What stands in an error document has to be text that XML can hold.
+std::string errorCode(std::string_view value) {
+    const auto isControl = [](unsigned char c) { return c < 0x20 || c == 0x7f; };
+    if (std::none_of(value.begin(), value.end(), isControl)) return std::string(value);
+    throw std::invalid_argument("an error code has no control characters");
+}
+
 /// STATUS or STATUS,BODY.
 Fault anyReply(std::string_view value) {
     const auto [status, body] = splitAtFirst(value, ',');
@@ -45,9 +52,8 @@ constexpr std::array actions{
            [](std::string_view v) {
                return Fault::delay(std::chrono::milliseconds(numberOrRefused(v, "number of milliseconds")));
            }},
-    Action{
-        "error-in-200",
-        [](std::string_view v) { return Fault::errorIn200(v.empty() ? "InternalError" : std::string(v)); }},
+    Action{"error-in-200",
+           [](std::string_view v) { return Fault::errorIn200(v.empty() ? "InternalError" : errorCode(v)); }},
     Action{"reply", anyReply},
     Action{"stall", [](std::string_view v) { return withoutValue(v, Fault::stall()); }},
     Action{"reset", [](std::string_view v) { return withoutValue(v, Fault::reset()); }},
@@ -60,7 +66,7 @@ Fault parseAction(std::string_view text) {
     const auto [name, value] = splitAtFirst(text, '=');
     if (const auto status = parseNumber(name)) {
         if (*status >= 300 && *status <= 999)
-            return Fault::status(static_cast<int>(*status), std::string(value));
+            return Fault::status(static_cast<int>(*status), errorCode(value));
     }
     const auto* const action = std::find_if(actions.begin(), actions.end(),
                                             [n = name](const Action& each) { return each.name == n; });

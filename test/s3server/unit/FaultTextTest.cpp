@@ -131,9 +131,27 @@ TEST(FaultText, ReadsEveryAction) {
 }
 
 TEST(FaultText, ThatMakesNoSenseIsRefusedWithTheReason) {
-    for (const char* const text : {"", "200", "1000", "cut", "cut=many", "delay=-1", "stall=1", "reply",
-                                   "reply=x", "reply=99", "reply=200,%zz", "explode", "503*x", "503+", "503*",
-                                   "503:GetNothing", "503:", "503@", "99999999999"})
+    for (const char* const text : {"",
+                                   "200",
+                                   "1000",
+                                   "cut",
+                                   "cut=many",
+                                   "delay=-1",
+                                   "stall=1",
+                                   "reply",
+                                   "reply=x",
+                                   "reply=99",
+                                   "reply=200,%zz",
+                                   "explode",
+                                   "503*x",
+                                   "503+",
+                                   "503*",
+                                   "503:GetNothing",
+                                   "503:",
+                                   "503@",
+                                   "99999999999",
+                                   "404=A\x1b",
+                                   "error-in-200=A\nB"})
         EXPECT_THROW(Fault::parse(text), std::invalid_argument) << text;
 }
 
