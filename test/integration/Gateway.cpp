@@ -139,8 +139,9 @@ void Gateway::runToItsEnd(const std::string& program, const std::vector<std::str
 
 std::unique_ptr<BackgroundProcess> Gateway::inBackground(const std::string& program,
                                                          const std::vector<std::string>& arguments) const {
-    return std::make_unique<BackgroundProcess>(command(program, arguments), Variables{},
-                                               folder_.path().string(), folder_.path() / (program + ".log"));
+    // Debian 13's ceph-osd looks for its classes in lib/.../rados-classes, below the folder that it runs in.
+    return std::make_unique<BackgroundProcess>(command(program, arguments), Variables{}, "/usr",
+                                               folder_.path() / (program + ".log"));
 }
 
 std::string Gateway::endOfLog(const std::string& program) const {
