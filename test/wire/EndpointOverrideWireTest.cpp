@@ -17,7 +17,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-Script refusal(int status, const std::string& code) {
+Script refusedWith(int status, const std::string& code) {
     return {
         Step::send(httpReply(status, {}, "<Error><Code>" + code + "</Code><Message>no</Message></Error>"))};
 }
@@ -57,7 +57,7 @@ protected:
         server.expect({Step::send(httpReply(200, {{"Content-Length", "7"}}))});
         const auto reader = open()->openRead(u"/file");
         for (int i = 0; i < refusals; ++i)
-            server.expect(refusal(403, "AccessDenied"));
+            server.expect(refusedWith(403, "AccessDenied"));
         std::array<char, 7> content{};
         EXPECT_THROW(reader->read(0, content.data(), content.size()), PermissionDeniedException);
     }
@@ -114,7 +114,7 @@ TEST_F(EndpointOverride, IsLeftInPeaceAsLongAsTheEnvironmentSays) {
 TEST_F(EndpointOverride, IsAskedWhetherItHasTheBucketForItsRoot) {
     const auto provider = open();
     server.expect({Step::send(httpReply(404))});
-    server.expect(refusal(404, "NoSuchBucket"));
+    server.expect(refusedWith(404, "NoSuchBucket"));
     expectFailure<InvalidLocationException>(u"invalid_bucket", [&] { provider->stat(u"/"); });
     EXPECT_EQ(lastRequest().target, "/bucket?location");
 }
