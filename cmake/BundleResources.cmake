@@ -44,7 +44,7 @@ endfunction()
 
 # The section is loaded with the library, and so it survives whatever strips it.
 function(bundle_elf_section target archive)
-  set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.s")
+  set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.S")
   file(CONFIGURE OUTPUT "${source}" @ONLY CONTENT [[
     .section .us_resources, "a", %progbits
     .incbin "@archive@"

@@ -67,7 +67,7 @@ class CloudExceptionFamily : public testing::Test {};
 
 using Family = testing::Types<InvalidCredentialsException, InvalidLocationException,
                               PermissionDeniedException, ResourceNotFoundException, UnknownErrorException>;
-TYPED_TEST_SUITE(CloudExceptionFamily, Family);
+TYPED_TEST_SUITE(CloudExceptionFamily, Family, );
 
 TYPED_TEST(CloudExceptionFamily, HasAFixedMessage) {
     EXPECT_STREQ(TypeParam(std::nullopt).what(), Message<TypeParam>::text);

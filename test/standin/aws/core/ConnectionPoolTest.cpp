@@ -16,14 +16,21 @@ Aws::Client::ClientConfiguration withConnections(unsigned count) {
     return configuration;
 }
 
+/// Which connection the pool gives now; it has it back.
+const Connection* given(ConnectionPool& pool) {
+    const auto held = pool.acquire();
+    const Connection* const connection = held.get();
+    return connection;
+}
+
 class ConnectionPoolTest : public ::testing::Test {
     const CurlGlobal curl_;
 };
 
 TEST_F(ConnectionPoolTest, GivesTheSameConnectionAgain) {
     ConnectionPool pool(withConnections(2));
-    const Connection* const first = pool.acquire().get();
-    EXPECT_EQ(pool.acquire().get(), first);
+    const Connection* const first = given(pool);
+    EXPECT_EQ(given(pool), first);
 }
 
 TEST_F(ConnectionPoolTest, GivesAnotherWhileOneIsInUse) {
@@ -36,7 +43,7 @@ TEST_F(ConnectionPoolTest, MakesACallerWaitForTheLastOne) {
     ConnectionPool pool(withConnections(1));
     auto first = pool.acquire();
     const Connection* const connection = first.get();
-    auto waiting = std::async(std::launch::async, [&] { return pool.acquire().get(); });
+    auto waiting = std::async(std::launch::async, [&] { return given(pool); });
     first.reset();
     EXPECT_EQ(waiting.get(), connection);
 }
